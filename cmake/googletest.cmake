@@ -1,0 +1,16 @@
+# GoogleTest from Debian's source package, built with the flags of this build.
+include(GoogleTest)
+set(gtest_force_shared_crt ON CACHE BOOL "" FORCE)
+set(INSTALL_GTEST OFF CACHE BOOL "" FORCE)
+add_subdirectory(/usr/src/googletest ${CMAKE_BINARY_DIR}/googletest EXCLUDE_FROM_ALL)
+
+# A test program of ours, its cases known to ctest one by one.
+#   quillon_test(NAME SOURCES... LIBRARIES...)
+function(quillon_test name)
+  cmake_parse_arguments(ARG "" "" "SOURCES;LIBRARIES;ENVIRONMENT" ${ARGN})
+  add_executable(${name} ${ARG_SOURCES})
+  quillon_warnings(${name})
+  target_link_libraries(${name} PRIVATE ${ARG_LIBRARIES} GTest::gmock_main)
+  gtest_discover_tests(${name} DISCOVERY_MODE PRE_TEST DISCOVERY_TIMEOUT 60
+    PROPERTIES TIMEOUT 120 ENVIRONMENT "${ARG_ENVIRONMENT}")
+endfunction()

@@ -1,0 +1,24 @@
+# What holds for every file of one build: sanitizers natively, Windows flags across.
+if(WIN32)
+  enable_language(RC)
+  add_compile_definitions(UNICODE _UNICODE _WIN32_WINNT=0x0601 NOMINMAX)
+  # Single-precision arithmetic is specified to the bit: SSE on both bitnesses, nothing contracted.
+  add_compile_options(-fstack-protector-strong -msse2 -mfpmath=sse -ffp-contract=off
+    "$<$<CONFIG:Debug>:-gdwarf-4;-D_GLIBCXX_ASSERTIONS>" "$<$<CONFIG:RelWithDebInfo>:-gdwarf-4>")
+  add_link_options(-static -fstack-protector-strong)
+  include(idl)
+else()
+  add_compile_options(-ffp-contract=off)
+  if(QUILLON_SANITIZE)
+    add_compile_options(-fsanitize=address,undefined -fno-sanitize-recover=all -fno-omit-frame-pointer)
+    add_link_options(-fsanitize=address,undefined)
+  endif()
+endif()
+
+# What a DLL of ours is linked with.
+function(quillon_dll target)
+  set_target_properties(${target} PROPERTIES PREFIX "")
+  target_link_options(${target} PRIVATE
+    -Wl,--enable-stdcall-fixup,--dynamicbase,--nxcompat,--no-insert-timestamp
+    "$<$<STREQUAL:${CMAKE_SYSTEM_PROCESSOR},x86_64>:-Wl,--high-entropy-va>")
+endfunction()

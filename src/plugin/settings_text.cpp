@@ -1,0 +1,82 @@
+#include "plugin/settings_text.h"
+
+#include <algorithm>
+#include <array>
+#include <cstddef>
+#include <cstdint>
+
+namespace quillon {
+namespace {
+
+wchar_t Upper(wchar_t character) {
+    return character >= L'a' && character <= L'z' ? static_cast<wchar_t>(character - L'a' + L'A')
+                                                  : character;
+}
+
+bool IsLetter(wchar_t character) {
+    return Upper(character) >= L'A' && Upper(character) <= L'Z';
+}
+
+bool IsDigit(wchar_t character) {
+    return character >= L'0' && character <= L'9';
+}
+
+bool IsControl(wchar_t character) {
+    const auto code = static_cast<std::uint32_t>(character);
+    return code < 0x20 || (code >= 0x7F && code < 0xA0);
+}
+
+std::wstring_view Trimmed(std::wstring_view text) {
+    const std::size_t first = text.find_first_not_of(L' ');
+    if (first == std::wstring_view::npos) return {};
+    return text.substr(first, text.find_last_not_of(L' ') - first + 1);
+}
+
+// The system takes the superscripts 1 to 3 for port numbers, too.
+bool IsPortNumber(wchar_t character) {
+    return (character >= L'1' && character <= L'9') || character == L'\u00B9' ||
+           character == L'\u00B2' || character == L'\u00B3';
+}
+
+// The system looks at what precedes the first dot, without the blanks around it.
+bool IsDeviceName(std::wstring_view name) {
+    std::wstring stem(Trimmed(name.substr(0, name.find(L'.'))));
+    std::transform(stem.begin(), stem.end(), stem.begin(), Upper);
+    constexpr std::array<std::wstring_view, 4> kNames{L"CON", L"PRN", L"AUX", L"NUL"};
+    if (std::find(kNames.begin(), kNames.end(), stem) != kNames.end()) return true;
+    return stem.size() == 4 && (stem.starts_with(L"COM") || stem.starts_with(L"LPT")) &&
+           IsPortNumber(stem.back());
+}
+
+}  // namespace
+
+std::wstring SettingsValue(std::wstring_view asRead) {
+    if (asRead == kSettingNotFound) return {};
+    const std::size_t comment = asRead.find(L'/');
+    if (comment == std::wstring_view::npos) return std::wstring(asRead);
+    return std::wstring(Trimmed(asRead.substr(0, comment)));
+}
+
+std::optional<std::wstring> SettingsFileName(std::wstring_view programId) {
+    constexpr std::wstring_view kForbidden = L"\\/:*?\"<>|";
+    if (programId.find_first_of(kForbidden) != std::wstring_view::npos) return std::nullopt;
+    if (std::any_of(programId.begin(), programId.end(), IsControl)) return std::nullopt;
+    if (programId.ends_with(L'.') || programId.ends_with(L' ')) return std::nullopt;
+    if (IsDeviceName(programId)) return std::nullopt;
+    return std::wstring(programId) + L".ini";
+}
+
+bool IsUrl(std::wstring_view path) {
+    while (!path.empty() && (path.front() == L' ' || IsControl(path.front()))) {
+        path.remove_prefix(1);
+    }
+    const std::size_t colon = path.find(L':');
+    if (colon == std::wstring_view::npos || colon < 2 || !IsLetter(path.front())) return false;
+    const std::wstring_view scheme = path.substr(0, colon);
+    return std::all_of(scheme.begin(), scheme.end(), [](wchar_t character) {
+        return IsLetter(character) || IsDigit(character) || character == L'+' ||
+               character == L'-' || character == L'.';
+    });
+}
+
+}  // namespace quillon
