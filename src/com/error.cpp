@@ -1,0 +1,69 @@
+#include "com/error.h"
+
+#include <new>
+#include <stdexcept>
+
+#include "com/module.h"
+#include "com/text.h"
+
+namespace quillon::com {
+
+namespace {
+
+std::wstring Widened(const char* text) {
+    std::wstring wide;
+    while (*text) wide.push_back(static_cast<unsigned char>(*text++));
+    return wide;
+}
+
+void SetRecord(IErrorInfo* record) noexcept {
+    SetErrorInfo(0, record);
+}
+
+HRESULT WithText(HRESULT result, const std::exception& error) noexcept {
+    try {
+        SetRecord(MakeErrorRecord(ModuleName(), Widened(error.what())).Get());
+    } catch (...) {
+        SetRecord(nullptr);
+    }
+    return result;
+}
+
+}  // namespace
+
+Ptr<IErrorInfo> MakeErrorRecord(std::wstring_view source, std::wstring_view description) {
+    Ptr<ICreateErrorInfo> create;
+    if (FAILED(CreateErrorInfo(create.Out()))) return nullptr;
+    create->SetSource(Bstr(source).Get());
+    create->SetDescription(Bstr(description).Get());
+    return create.As<IErrorInfo>();
+}
+
+void Check(HRESULT result) {
+    if (SUCCEEDED(result)) return;
+    Ptr<IErrorInfo> record;
+    GetErrorInfo(0, record.Out());
+    throw Error(result, std::move(record));
+}
+
+HRESULT ResultOfCurrentException() noexcept {
+    try {
+        throw;
+    } catch (const Error& error) {
+        SetRecord(error.Record().Get());
+        return error.Result();
+    } catch (const std::bad_alloc&) {
+        SetRecord(nullptr);
+        return E_OUTOFMEMORY;
+    } catch (const std::length_error&) {
+        SetRecord(nullptr);
+        return E_OUTOFMEMORY;
+    } catch (const std::exception& error) {
+        return WithText(E_FAIL, error);
+    } catch (...) {
+        SetRecord(nullptr);
+        return E_UNEXPECTED;
+    }
+}
+
+}  // namespace quillon::com

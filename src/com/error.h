@@ -1,0 +1,52 @@
+// Failures inside a module are exceptions; across an interface they are result codes with an error
+// record. This file turns the one into the other.
+#pragma once
+
+#include <exception>
+#include <string>
+#include <string_view>
+
+#include "com/platform.h"
+#include "com/ptr.h"
+
+namespace quillon::com {
+
+// A failing result, and the error record that came with it if there was one.
+class Error : public std::exception {
+public:
+    explicit Error(HRESULT result, Ptr<IErrorInfo> record = nullptr)
+        : m_result(result), m_record(std::move(record)) {}
+
+    HRESULT Result() const { return m_result; }
+    const Ptr<IErrorInfo>& Record() const { return m_record; }
+    const char* what() const noexcept override { return "COM call failed"; }
+
+private:
+    HRESULT m_result;
+    Ptr<IErrorInfo> m_record;
+};
+
+// A record with source and description; empty when memory is short.
+Ptr<IErrorInfo> MakeErrorRecord(std::wstring_view source, std::wstring_view description);
+
+// Throws Error when the result is a failure, and takes the thread's error record along.
+void Check(HRESULT result);
+
+// Makes the failure of one of our members out of what is being thrown: to be called in a catch
+// block. Leaves the thread's error record to match; std::exception other than Error becomes E_FAIL
+// with its text, memory shortage E_OUTOFMEMORY.
+HRESULT ResultOfCurrentException() noexcept;
+
+// Runs a piece that promises to end quietly: any exception yields a value-initialised result. The
+// thread's error record is cleared, so no stale one is left behind.
+template <class F>
+auto Quietly(F&& f) noexcept -> decltype(f()) {
+    try {
+        return f();
+    } catch (...) {
+        SetErrorInfo(0, nullptr);
+    }
+    return decltype(f())();
+}
+
+}  // namespace quillon::com
