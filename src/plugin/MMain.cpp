@@ -1,0 +1,85 @@
+#include "plugin/MMain.h"
+
+#include <windows.h>
+//
+#include <oleauto.h>
+
+#include "com/text.h"
+#include "plugin/code_page.h"
+#include "plugin/field_text.h"
+#include "plugin/settings_text.h"
+
+namespace quillon {
+
+namespace {
+
+constexpr DWORD kValueBuffer = 4096;
+
+std::wstring ShortPath(const std::wstring& path) {
+    std::wstring shortened(MAX_PATH, L'\0');
+    DWORD length =
+        GetShortPathNameW(path.c_str(), shortened.data(), static_cast<DWORD>(shortened.size()));
+    if (length > shortened.size()) {
+        shortened.resize(length);
+        length = GetShortPathNameW(path.c_str(), shortened.data(), length);
+    }
+    shortened.resize(length);
+    return shortened;
+}
+
+// The settings functions take 8-bit paths. One that the code page cannot spell is reached by its
+// short form; for a file that does not exist yet, by the short form of its folder.
+std::string SystemPath(const std::wstring& path) {
+    bool lossy = false;
+    std::string narrow = Narrow(path, &lossy);
+    if (!lossy) return narrow;
+    if (const std::wstring whole = ShortPath(path); !whole.empty()) return Narrow(whole);
+    const std::size_t mark = path.find_last_of(L'\\');
+    if (mark == std::wstring::npos) return narrow;
+    const std::wstring folder = ShortPath(path.substr(0, mark));
+    return folder.empty() ? narrow : Narrow(folder + path.substr(mark));
+}
+
+// An empty or missing section or key would make the system list or delete, a missing file name read
+// its own settings.
+bool NamesOneKey(const std::wstring& file, const std::wstring& section, const std::wstring& key) {
+    const auto named = [](const std::wstring& name) { return !name.empty() && name[0] != L'\0'; };
+    return named(file) && named(section) && named(key);
+}
+
+}  // namespace
+
+std::wstring ReadIniValue(const std::wstring& file, const std::wstring& section,
+                          const std::wstring& key) {
+    if (!NamesOneKey(file, section, key)) return {};
+    char value[kValueBuffer];
+    const std::string missing = Narrow(kSettingNotFound);
+    const DWORD length =
+        GetPrivateProfileStringA(Narrow(section).c_str(), Narrow(key).c_str(), missing.c_str(),
+                                 value, kValueBuffer, SystemPath(file).c_str());
+    return SettingsValue(Widen(std::string_view(value, length)));
+}
+
+void WriteIniValue(const std::wstring& file, const std::wstring& section, const std::wstring& key,
+                   const std::wstring& value) {
+    if (!NamesOneKey(file, section, key)) return;
+    WritePrivateProfileStringA(Narrow(section).c_str(), Narrow(key).c_str(), Narrow(value).c_str(),
+                               SystemPath(file).c_str());
+}
+
+std::wstring LocalDecimalSeparator() {
+    com::Bstr half;
+    const HRESULT formatted = VarBstrFromR4(0.5F, LOCALE_USER_DEFAULT, 0, half.Out());
+    const bool comma = SUCCEEDED(formatted) && half.View().find(L',') != std::wstring_view::npos;
+    return comma ? L"," : L".";
+}
+
+std::wstring ToLocalDecimal(const std::wstring& text) {
+    return ReplaceDecimalSeparator(text, LocalDecimalSeparator());
+}
+
+void Main(bool startedAsProgram, void (*showSplash)()) {
+    if (startedAsProgram) showSplash();
+}
+
+}  // namespace quillon

@@ -1,0 +1,14 @@
+// 8-bit text in the machine's code page, for the platform calls that take no other.
+#pragma once
+
+#include <string>
+#include <string_view>
+
+namespace quillon {
+
+// Characters that the code page does not have become its replacement character, never a look-alike
+// (some look-alikes are path separators); *lossy tells whether there was one.
+std::string Narrow(std::wstring_view text, bool* lossy = nullptr);
+std::wstring Widen(std::string_view text);
+
+}  // namespace quillon
