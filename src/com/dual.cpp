@@ -1,5 +1,6 @@
 #include "com/dual.h"
 
+#include <optional>
 #include <vector>
 
 #include "com/variant.h"
@@ -40,6 +41,26 @@ public:
         return type == VT_VARIANT ? VARTYPE{VT_EMPTY} : type;
     }
 
+    // The interface that a typed in/out object argument must have; nullopt for IDispatch and the
+    // rest.
+    std::optional<IID> InOutInterface(UINT position) const {
+        if (InOutType(position) != VT_DISPATCH) return std::nullopt;
+        const TYPEDESC& target = *m_function->lprgelemdescParam[position].tdesc.lptdesc;
+        if (target.vt != VT_PTR || target.lptdesc->vt != VT_USERDEFINED) return std::nullopt;
+        Ptr<ITypeInfo> named;
+        Check(m_info->GetRefTypeInfo(target.lptdesc->hreftype, named.Out()));
+        TYPEATTR* attributes = nullptr;
+        Check(named->GetTypeAttr(&attributes));
+        const IID iid = attributes->guid;
+        named->ReleaseTypeAttr(attributes);
+        return iid;
+    }
+
+    bool IsText(UINT position) const {
+        return m_function && position < static_cast<UINT>(m_function->cParams) &&
+               m_function->lprgelemdescParam[position].tdesc.vt == VT_BSTR;
+    }
+
 private:
     static INVOKEKIND KindOf(INVOKEKIND kind) {
         return (kind & INVOKE_FUNC) ? INVOKE_FUNC : INVOKE_PROPERTYGET;
@@ -51,8 +72,9 @@ private:
 
 // Stands in for one argument during a call.
 struct Substitute {
-    UINT place = 0;               // in rgvarg
-    VARIANT* original = nullptr;  // the caller's variable; null for a plain value
+    VARIANT* original = nullptr;   // the caller's variable, null for a plain value
+    IDispatch** object = nullptr;  // the caller's object variable
+    bool byValue = false;          // passed as it is, not by reference
     Variant value;
 };
 
@@ -68,6 +90,22 @@ bool IsTypedReference(const VARIANT& argument, VARTYPE type) {
     return argument.vt == (type | VT_BYREF);
 }
 
+// A number whose text depends on the locale: it becomes text in the invariant one, so that 1.5 is
+// "1.5" on every machine.
+bool IsFraction(const VARIANT& argument) {
+    switch (argument.vt & ~VT_BYREF) {
+        case VT_R4:
+        case VT_R8:
+        case VT_CY:
+        case VT_DECIMAL:
+            return true;
+        case VT_VARIANT:
+            return (argument.vt & VT_BYREF) && IsFraction(*argument.pvarVal);
+        default:
+            return false;
+    }
+}
+
 HRESULT Convert(const VARIANT& from, VARTYPE type, Variant& to) {
     // An empty variable given for an object or a text is "none", not a failure.
     if (type == VT_DISPATCH && (from.vt == VT_EMPTY || from.vt == VT_NULL)) {
@@ -77,36 +115,69 @@ HRESULT Convert(const VARIANT& from, VARTYPE type, Variant& to) {
     return VariantChangeType(to.Out(), const_cast<VARIANT*>(&from), 0, type);
 }
 
+// An object argument is only handed on as the interface that the member expects: the one pointer
+// passed for another would be called through the wrong table.
+HRESULT ConvertObject(const VARIANT& from, const IID& iid, Variant& to) {
+    Variant given;
+    if (const HRESULT failed = Convert(from, VT_DISPATCH, given); FAILED(failed)) return failed;
+    to = Variant(static_cast<IDispatch*>(nullptr));
+    if (!given.pdispVal) return S_OK;
+    return given.pdispVal->QueryInterface(iid, reinterpret_cast<void**>(&to.pdispVal));
+}
+
+// Makes a substitute for one argument where it needs one; false when it can be passed as it is.
+bool Substituted(const FunctionDescription& function, UINT position, const VARIANT& argument,
+                 Substitute& substitute) {
+    if (function.IsText(position)) {
+        if (!IsFraction(argument)) return false;
+        substitute.value = Variant(Variant(argument).AsText());
+        substitute.byValue = true;
+        return true;
+    }
+    const VARTYPE type = function.InOutType(position);
+    if (type == VT_EMPTY) return false;
+    const auto iid = function.InOutInterface(position);
+    if (!iid && IsTypedReference(argument, type)) return false;
+    if (argument.vt == (VT_BYREF | VT_VARIANT)) substitute.original = argument.pvarVal;
+    if (iid && argument.vt == (VT_BYREF | VT_DISPATCH)) substitute.object = argument.ppdispVal;
+    const HRESULT converted = iid ? ConvertObject(argument, *iid, substitute.value)
+                                  : Convert(argument, type, substitute.value);
+    if (FAILED(converted))
+        throw Error(converted == E_OUTOFMEMORY ? converted : DISP_E_TYPEMISMATCH);
+    return true;
+}
+
+// Gives the caller's variable what the member left.
+void WriteBack(Substitute& substitute) {
+    if (substitute.original) VariantCopyInd(substitute.original, &substitute.value);
+    if (!substitute.object) return;
+    Ptr<IDispatch>::Adopt(*substitute.object).Reset();
+    *substitute.object = Ptr<IDispatch>(substitute.value.pdispVal).Detach();
+}
+
 HRESULT InvokeConverted(ITypeInfo* info, void* object, DISPID member, WORD flags,
                         DISPPARAMS* params, VARIANT* result, EXCEPINFO* exception,
                         UINT* badArgument) {
     const FunctionDescription function(info, member, flags);
     std::vector<VARIANT> arguments(params->rgvarg, params->rgvarg + params->cArgs);
-    std::vector<Substitute> substitutes;
-    substitutes.reserve(params->cArgs);
+    std::vector<Substitute> substitutes(params->cArgs);
     for (UINT position = 0; position < params->cArgs; ++position) {
         const UINT place = params->cArgs - 1 - position;
-        VARIANT& argument = params->rgvarg[place];
-        const VARTYPE type = function.InOutType(position);
-        if (type == VT_EMPTY || IsTypedReference(argument, type)) continue;
-        Substitute substitute;
-        substitute.place = place;
-        const bool variable = argument.vt == (VT_BYREF | VT_VARIANT);
-        if (variable) substitute.original = argument.pvarVal;
-        if (const HRESULT failed = Convert(argument, type, substitute.value); FAILED(failed)) {
+        Substitute& substitute = substitutes[place];
+        try {
+            if (Substituted(function, position, params->rgvarg[place], substitute))
+                arguments[place] = substitute.byValue ? substitute.value : ReferenceTo(substitute);
+        } catch (const Error& error) {
             if (badArgument) *badArgument = place;
-            return failed == E_OUTOFMEMORY ? failed : DISP_E_TYPEMISMATCH;
+            return error.Result();
         }
-        substitutes.push_back(std::move(substitute));
-        arguments[place] = ReferenceTo(substitutes.back());
     }
     DISPPARAMS converted = *params;
     converted.rgvarg = arguments.data();
     const HRESULT called =
         info->Invoke(object, member, flags, &converted, result, exception, badArgument);
-    for (Substitute& substitute : substitutes)
-        if (substitute.original && SUCCEEDED(called))
-            VariantCopyInd(substitute.original, &substitute.value);
+    if (SUCCEEDED(called))
+        for (Substitute& substitute : substitutes) WriteBack(substitute);
     return called;
 }
 

@@ -54,6 +54,20 @@ XmlLoad ParseFault(IXMLDOMDocument2* document) {
     return outcome;
 }
 
+// To a stream, for the DOM itself would take the path for a URL.
+HRESULT WriteDocument(IXMLDOMDocument2* document, const std::wstring& path) {
+    Ptr<IStream> stream;
+    const HRESULT opened =
+        SHCreateStreamOnFileEx(path.c_str(), STGM_CREATE | STGM_WRITE | STGM_SHARE_EXCLUSIVE,
+                               FILE_ATTRIBUTE_NORMAL, TRUE, nullptr, stream.Out());
+    if (FAILED(opened)) return opened;
+    Variant target;
+    target.vt = VT_UNKNOWN;
+    target.punkVal = Ptr<IStream>(stream).Detach();
+    const HRESULT saved = document->save(target);
+    return FAILED(saved) ? saved : stream->Commit(STGC_DEFAULT);
+}
+
 bool HasDocumentType(IXMLDOMDocument2* document) {
     Ptr<IXMLDOMDocumentType> type;
     return document->get_doctype(type.Out()) == S_OK && type;
@@ -98,11 +112,11 @@ XmlLoad LoadXmlFile(IXMLDOMDocument2* document, const std::wstring& path) {
 
 void SaveXmlFile(IXMLDOMDocument2* document, const std::wstring& path) {
     const std::wstring beside = path + L".new";
-    HRESULT saved = path.empty() ? E_INVALIDARG : document->save(Variant(beside));
+    HRESULT saved = path.empty() ? E_INVALIDARG : WriteDocument(document, beside);
     if (SUCCEEDED(saved) && !MoveFileExW(beside.c_str(), path.c_str(),
                                          MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH))
         saved = HRESULT_FROM_WIN32(GetLastError());
-    if (FAILED(saved)) DeleteFileW(beside.c_str());
+    if (FAILED(saved) && !path.empty()) DeleteFileW(beside.c_str());
     Check(saved);
 }
 

@@ -69,12 +69,13 @@ std::wstring CDevice::ReadSetting(const wchar_t* key) {
 }
 
 void CDevice::RefreshApplicationDownloadAvailable(const std::wstring& hideAppDownload) {
-    Process().applicationDownloadAvailable = LenientNumber(hideAppDownload) == 0.0;
+    // A value that is no number the reader can hold leaves the flag as it was.
+    com::Quietly(
+        [&] { Process().applicationDownloadAvailable = LenientNumber(hideAppDownload) == 0.0; });
 }
 
 bool CDevice::IDeviceEx_ApplDownloadAvailable() {
-    // A value that is no number the reader can hold leaves the flag as it was.
-    com::Quietly([&] { RefreshApplicationDownloadAvailable(ReadSetting(L"HideAppDownload")); });
+    RefreshApplicationDownloadAvailable(ReadSetting(L"HideAppDownload"));
     return Process().applicationDownloadAvailable;
 }
 

@@ -13,14 +13,6 @@ wchar_t Upper(wchar_t character) {
                                                   : character;
 }
 
-bool IsLetter(wchar_t character) {
-    return Upper(character) >= L'A' && Upper(character) <= L'Z';
-}
-
-bool IsDigit(wchar_t character) {
-    return character >= L'0' && character <= L'9';
-}
-
 bool IsControl(wchar_t character) {
     const auto code = static_cast<std::uint32_t>(character);
     return code < 0x20 || (code >= 0x7F && code < 0xA0);
@@ -64,19 +56,6 @@ std::optional<std::wstring> SettingsFileName(std::wstring_view programId) {
     if (programId.ends_with(L'.') || programId.ends_with(L' ')) return std::nullopt;
     if (IsDeviceName(programId)) return std::nullopt;
     return std::wstring(programId) + L".ini";
-}
-
-bool IsUrl(std::wstring_view path) {
-    while (!path.empty() && (path.front() == L' ' || IsControl(path.front()))) {
-        path.remove_prefix(1);
-    }
-    const std::size_t colon = path.find(L':');
-    if (colon == std::wstring_view::npos || colon < 2 || !IsLetter(path.front())) return false;
-    const std::wstring_view scheme = path.substr(0, colon);
-    return std::all_of(scheme.begin(), scheme.end(), [](wchar_t character) {
-        return IsLetter(character) || IsDigit(character) || character == L'+' ||
-               character == L'-' || character == L'.';
-    });
 }
 
 }  // namespace quillon

@@ -24,9 +24,4 @@ std::wstring SettingsValue(std::wstring_view asRead);
 // let the system choose "best fit" characters: some of those are separators.
 std::optional<std::wstring> SettingsFileName(std::wstring_view programId);
 
-// True when a path begins with a scheme of at least two characters (a letter, then letters, digits,
-// "+", "-", ".") and ":". A drive letter is no scheme. Blanks and controls in front are not looked
-// at.
-bool IsUrl(std::wstring_view path);
-
 }  // namespace quillon

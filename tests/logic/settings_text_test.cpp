@@ -82,20 +82,5 @@ TEST(SettingsFileName, NamesThatOnlyBeginLikeADeviceAreFiles) {
     }
 }
 
-TEST(IsUrl, SchemesAreUrls) {
-    for (const wchar_t* path : {L"http://host/a.app", L"HTTPS://x", L"file:///c:/a.app", L"ftp:x",
-                                L"res://a", L"ms-its:a", L"x2+.-:a", L" \t\nhttp://x"}) {
-        EXPECT_TRUE(IsUrl(path)) << path;
-    }
-}
-
-TEST(IsUrl, FilePathsAreNone) {
-    for (const wchar_t* path :
-         {L"", L":", L"C:", L"c:\\a.app", L"C:/a.app", L"\\\\host\\a.app", L"//host/a", L"a.app",
-          L"dir\\a:b", L"2x:y", L"-x:y", L"a b:c", L"\u00E9t\u00E9:x", L"  C:\\a.app"}) {
-        EXPECT_FALSE(IsUrl(path)) << path;
-    }
-}
-
 }  // namespace
 }  // namespace quillon
