@@ -1,0 +1,40 @@
+// The commands by group; session.h says how they are found. Each gets the words behind its name.
+#pragma once
+
+#include "session.h"
+
+namespace quorvex::bench::commands {
+
+// Devices
+void List(Session& session, const Words& words);
+void Info(Session& session, const Words& words);
+void Export(Session& session, const Words& words);
+void Download(Session& session, const Words& words);
+void Get(Session& session, const Words& words);
+void Set(Session& session, const Words& words);
+void Go(Session& session, const Words& words);
+void Notify(Session& session, const Words& words);
+
+// The host and the bench itself
+void Settings(Session& session, const Words& words);
+void Fail(Session& session, const Words& words);
+void Delay(Session& session, const Words& words);
+void Silence(Session& session, const Words& words);
+void Restore(Session& session, const Words& words);
+void Answer(Session& session, const Words& words);
+void Let(Session& session, const Words& words);
+void Echo(Session& session, const Words& words);
+void Save(Session& session, const Words& words);
+void Run(Session& session, const Words& words);
+
+// Expectations
+void Expect(Session& session, const Words& words);
+void Fails(Session& session, const Words& words);
+
+// Readings that several groups use; each throws Failure.
+HRESULT ParseCode(const std::wstring& word);             // one to eight hexadecimal digits
+long ParseNumber(const std::wstring& word, long least);  // decimal, at least `least`
+// "04 On Line": the two digits and what they mean; "Absent" for the empty text.
+std::wstring StateText(std::wstring_view state);
+
+}  // namespace quorvex::bench::commands

@@ -1,0 +1,134 @@
+// The bench: plays the host for the plug-in, from the command line or a script.
+#include <optional>
+#include <stdexcept>
+
+#include "com/module.h"
+#include "session.h"
+#include "text.h"
+
+namespace quorvex::bench {
+namespace {
+
+constexpr int kFailed = 1;
+constexpr int kUsage = 2;
+constexpr std::wstring_view kUsageText =
+    L"usage: bench [--network FILE] [--save] [--class PROGID] COMMAND... [-- COMMAND...]...\n"
+    L"  --network FILE   the network to open; default: networks\\room.json beside the program, or\n"
+    L"                   simulator\\networks\\room.json in a folder above it\n"
+    L"  --save           write the network file back at the end, when all went well\n"
+    L"  --class PROGID   the plug-in's device class; default: Quillon.CDevice\n"
+    L"Commands (a device is named by its Neuron ID or its name; \"--\" separates commands):";
+
+struct Options {
+    std::wstring network;
+    std::wstring plugin;
+    bool save = false;
+    std::vector<Words> commands;
+};
+
+struct UsageTrouble {
+    std::wstring text;
+};
+
+// The value of an option, which is the argument behind it.
+std::wstring ValueBehind(const Words& arguments, std::size_t& place) {
+    if (++place == arguments.size()) throw UsageTrouble{arguments[place - 1] + L" needs a value"};
+    return arguments[place];
+}
+
+Options ParseOptions(const Words& arguments) {
+    Options options;
+    std::size_t i = 0;
+    for (; i < arguments.size() && arguments[i].starts_with(L"--"); ++i) {
+        if (arguments[i] == L"--network") {
+            options.network = ValueBehind(arguments, i);
+        } else if (arguments[i] == L"--class") {
+            options.plugin = ValueBehind(arguments, i);
+        } else if (arguments[i] == L"--save") {
+            options.save = true;
+        } else {
+            throw UsageTrouble{arguments[i] + L" is no option"};
+        }
+    }
+    Words command;
+    for (; i <= arguments.size(); ++i) {
+        if (i < arguments.size() && arguments[i] != L"--") {
+            command.push_back(arguments[i]);
+            continue;
+        }
+        if (command.empty()) throw UsageTrouble{L"a command is missing"};
+        if (auto error = UsageError(command); !error.empty()) throw UsageTrouble{std::move(error)};
+        options.commands.push_back(std::move(command));
+        command.clear();
+    }
+    return options;
+}
+
+std::wstring DefaultNetwork() {
+    std::wstring folder = com::ModuleFolder();
+    for (std::wstring place = L"\\networks\\room.json"; !folder.empty();) {
+        std::wstring file = folder + place;
+        if (GetFileAttributesW(file.c_str()) != INVALID_FILE_ATTRIBUTES) return file;
+        if (place.starts_with(L"\\simulator")) {
+            const auto mark = folder.find_last_of(L'\\');
+            folder.resize(mark == std::wstring::npos ? 0 : mark);
+        }
+        place = L"\\simulator\\networks\\room.json";
+    }
+    throw Failure{L"there is no networks\\room.json here; name a network with --network"};
+}
+
+void RunAll(const Options& options) {
+    const auto network = options.network.empty() ? DefaultNetwork() : FullPath(options.network);
+    Host host(network, options.plugin);
+    {
+        Session session(host);
+        for (const Words& command : options.commands) session.Run(command);
+        session.Finish();
+    }
+    if (options.save) host.Save(network);
+    if (const long alive = host.Close(); alive != 0) {
+        throw Failure{std::to_wstring(alive) + L" objects of the host are still held"};
+    }
+}
+
+// COM for the lifetime of this object.
+class Apartment {
+public:
+    Apartment() { com::Check(OleInitialize(nullptr)); }
+    Apartment(const Apartment&) = delete;
+    Apartment& operator=(const Apartment&) = delete;
+    ~Apartment() { OleUninitialize(); }
+};
+
+int Main(const Words& arguments) {
+    PrepareOutput();
+    try {
+        if (arguments.size() == 1 && arguments[0] == L"--help") {
+            Print(std::wstring(kUsageText) + L"\n" + CommandSummary());
+            return 0;
+        }
+        const Options options = ParseOptions(arguments);
+        const Apartment apartment;
+        RunAll(options);
+        return 0;
+    } catch (const UsageTrouble& trouble) {
+        PrintError(L"bench: " + trouble.text + L"\n" + std::wstring(kUsageText) + L"\n" +
+                   CommandSummary());
+        return kUsage;
+    } catch (const Failure& failure) {
+        PrintError(L"bench: " + failure.text);
+    } catch (const com::Error& error) {
+        PrintError(L"bench: " + Describe(error));
+    } catch (const std::exception& error) {
+        PrintError(L"bench: " + WideFromUtf8(error.what()));
+    }
+    return kFailed;
+}
+
+}  // namespace
+}  // namespace quorvex::bench
+
+int wmain(int count, wchar_t** arguments) {
+    return quorvex::bench::Main({arguments + 1, arguments + count});
+}
