@@ -43,4 +43,4 @@ function(quillon_idl name file)
 endfunction()
 
 quillon_idl(quorvex ${CMAKE_SOURCE_DIR}/include/quorvex.idl)
-quillon_idl(quillon ${CMAKE_SOURCE_DIR}/include/quillon.idl DEPENDS quorvex)
+quillon_idl(quillon ${CMAKE_SOURCE_DIR}/include/quillon.idl)

@@ -20,7 +20,8 @@ native=(clang libclang-rt-14-dev libstdc++-12-dev cmake ninja-build googletest)
 full=("${native[@]}"
     g++-mingw-w64-i686-posix g++-mingw-w64-x86-64-posix mingw-w64-tools
     nlohmann-json3-dev libbenchmark-dev clang-format python3 git
-    xvfb openbox xdotool x11-utils imagemagick socat procps)
+    xvfb openbox xdotool x11-utils imagemagick socat procps
+    librsvg2-bin fontconfig fonts-dejavu-core)
 
 wine64=(wine wine64 libwine-dev)
 

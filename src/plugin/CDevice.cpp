@@ -6,17 +6,9 @@
 #include "plugin/number_text.h"
 #include "plugin/process_state.h"
 #include "plugin/settings_text.h"
-#include "ui/form_list.h"
 #include "ui/pump.h"
 
 namespace quillon {
-
-namespace {
-
-constexpr std::size_t kNeuronIdDigits = 12;
-const wchar_t* const kWindowTag = L"frmVantor";
-
-}  // namespace
 
 CDevice::CDevice() {
     com::Check(CoCreateInstance(CLSID_Device, nullptr, CLSCTX_INPROC_SERVER, __uuidof(IDevice),
@@ -113,31 +105,6 @@ void CDevice::RaiseText(Event event, BSTR* text) {
 
 void CDevice::RaiseChangedApplication() {
     m_subscribers.Raise(static_cast<DISPID>(Event::kChangedApplication), {});
-}
-
-// ---- windows
-
-void CDevice::IDeviceEx_ShowFocus(IDispatch*, std::int32_t) {
-    ReadFactoryData();
-    const auto form = ui::FindForm([&](const ui::Form& one) {
-        com::Bstr neuronId;
-        com::Check(moDevice->get_NeuronID(neuronId.Out()));
-        return one.Tag() == kWindowTag + neuronId.Text();
-    });
-    if (!form) throw com::Error(E_NOTIMPL);
-    form->Show(nullptr);
-}
-
-void CDevice::IDeviceEx_CloseFocus() {
-    com::Quietly([&] {
-        while (const auto form = ui::FindForm([&](const ui::Form& one) {
-                   com::Bstr neuronId;
-                   com::Check(moDevice->get_NeuronID(neuronId.Out()));
-                   return std::wstring_view(one.Tag()).substr(0, kNeuronIdDigits) ==
-                          neuronId.View();
-               }))
-            form->Unload();
-    });
 }
 
 }  // namespace quillon

@@ -91,6 +91,8 @@ public:
     // refused focus; else the host's number.
     std::int32_t IDevice_ApplicationDownload(const std::wstring& fileName, bool keepConfiguration,
                                              std::int32_t options);
+    // Opens the device's window, or brings it up; see window/ShowFocus.cpp. A failure part-way
+    // leaves what was already made. Ends quietly.
     void IDeviceEx_ShowFocus(IDispatch* owner, std::int32_t pollingRate);
     // Closes every window whose tag begins with the Neuron ID, by its first 12 characters. Ends
     // quietly.

@@ -1,0 +1,163 @@
+// The device window: one for each device, tagged "frmVantor" and the Neuron ID.
+#pragma once
+
+#include <array>
+#include <cstdint>
+#include <map>
+#include <memory>
+#include <string>
+
+#include "com/ptr.h"
+#include "plugin/CDevice.h"
+#include "ui/dialog.h"
+#include "ui/form_list.h"
+#include "ui/keyboard.h"
+#include "ui/layout.h"
+#include "window/DeviceEvents.h"
+#include "window/RowList.h"
+#include "window/device_state.h"
+#include "window/pages.h"
+#include "window/polling.h"
+#include "window/resource.h"
+#include "window/staleness.h"
+
+namespace quillon {
+
+// Set Device, PollingRate, tag and Owner, then Load: the window is shown when its loading ends.
+// Loading never stops at a failing call. Loops and message boxes let pending messages be handled,
+// so after each the window may be gone; IsOpen tells.
+class frmVantor final : public ui::Form, public ui::Dialog, public ui::KeyListener {
+public:
+    enum class Timer : UINT_PTR { kTmrPolling = 1, kTmrAppStatus, kTmrNvs, kTmrHw, kTimer1 };
+    static constexpr std::size_t kTimers = 5;
+
+    // A new, hidden window in the list of open windows; empty when it could not be made.
+    static std::shared_ptr<frmVantor> Create();
+    ~frmVantor() override;
+
+    void SetDevice(CDevice* device);
+    // Starts the timers of main view and application status: rate x 20 ms, and 1000 ms.
+    void SetPollingRate(float rate);
+    void SetOwner(IDispatch* owner) { m_owner = owner; }
+    void Load();
+    void Show(HWND owner) override;
+    // Reads lists, General Data and state again.
+    void Update();
+    // Shows the calibration values and General Data as the device object holds them.
+    void SSCalibrations_Click();
+
+    // The process-wide flag, and what this window did about it.
+    bool Freeze() const;
+    void SetFreeze(bool freeze);
+
+    // For tests: a timer's interval, 0 when it does not run; one tick of it; the shown tab's
+    // number.
+    std::uint32_t Interval(Timer timer) const;
+    void Tick(Timer timer);
+    int SelectedTab() const { return m_tab; }
+    void SelectTab(int tab);
+    std::int32_t StateNumberShown() const { return m_stateNumber; }
+    bool OutputFlagSet() const { return m_outputFlag; }
+    HWND PageWindow(int tab) const { return m_pages[static_cast<std::size_t>(tab)]->Handle(); }
+    bool TabShown(int tab) const;
+
+private:
+    frmVantor();
+
+    // Dialog and form
+    bool OnInit() override;
+    std::optional<INT_PTR> OnMessage(UINT message, WPARAM wParam, LPARAM lParam) override;
+    bool OnCommand(int id, int code, HWND control) override;
+    void OnDestroyed() override;
+    std::shared_ptr<void> KeepAlive() override;
+    void Close() override;
+    bool OnKey(const MSG& message) override;
+
+    // Frame
+    void CreatePages();
+    void ArrangePages();
+    void ShowPage();
+    void FillTabs(bool showHardware);
+    void MoveTab(int direction);
+    void OnSize();
+    void SetCaptionAndIcon(const std::wstring& caption, bool failure);
+    Page& PageAt(int tab) { return *m_pages[static_cast<std::size_t>(tab)]; }
+    RowList* ListOf(HWND control);
+    RowList* FocusedList();
+
+    // Loading (frmVantorLoad.cpp)
+    void LoadSteps();
+    std::wstring ReadSetting(const wchar_t* section, const std::wstring& key) const;
+    void ReadSourceList(int tab, int listBox, const wchar_t* section, bool numbers);
+    std::vector<std::wstring> SourceEntries(int tab, int listBox);
+    void BuildLists();
+    enum class RowsOf { kVariables, kMonitoredVariables, kProperties };
+    void AppendRows(RowList& list, const std::vector<std::wstring>& entries, RowsOf kind);
+    void ShowGeneralData();
+    void ShowApplicationMenu(bool show);
+    void RefreshState();
+    void RefreshName();
+
+    // Live values (frmVantorTimers.cpp)
+    void StartTimer(Timer timer, std::uint32_t interval);
+    void OnTmrPolling();
+    void OnTmrNvs();
+    void OnTmrHw();
+    void OnTmrAppStatus();
+    void OnTimer1();
+    void CountStaleness();
+    void ApplyFreeze(bool freeze);
+    com::Ptr<IDispatch> NetworkVariables();
+
+    // Commands (frmVantorCommands.cpp)
+    void OnPageCommand(int id);
+    void OnListMenu(HWND list, POINT screen);
+    void ExportApplication();
+    void DownloadApplication();
+    void OpenHelp();
+    void OpenDocumentation();
+    void RunBusy(const std::function<void()>& work);
+    void UpdateActionMenu();
+    void OnDeviceEvent(DeviceEvent event, const std::wstring& text);
+    void RefreshPoint(const std::wstring& text);
+
+    com::Ptr<CDevice> m_object;
+    com::Ptr<IDevice> m_device;
+    com::Ptr<IDeviceEx> m_deviceEx;
+    com::Ptr<DeviceEvents> m_events;
+    com::Ptr<IDispatch> m_owner;
+    std::unique_ptr<ui::KeyboardHandling> m_keyboard;
+    PageActions m_actions;
+    std::array<std::unique_ptr<Page>, kTabCount> m_pages;
+    std::map<HWND, RowList*> m_listOf;
+    RowList m_lvMonitor;
+    RowList m_lvAdvancedCPs;
+    RowList m_lvCPs;
+    RowList m_lvCOV;
+    ui::Layout m_layout;
+    HIMAGELIST m_ilSmall = nullptr;
+    HICON m_icon = nullptr;
+    HICON m_failureIcon = nullptr;
+    HBRUSH m_stateBrush = nullptr;
+    StateView m_stateView;
+
+    std::wstring m_settingsPath;
+    std::wstring m_htmlHelp;
+    std::wstring m_caption;
+    std::array<std::wstring, 6> m_mainViewTags;
+    std::array<Staleness, MainViewCycle::kLabels> m_mainViewAge;
+    std::vector<Staleness> m_monitorAge;
+    std::array<std::uint32_t, kTimers> m_intervals{};
+    std::array<bool, kTimers> m_ticking{};
+    MainViewCycle m_mainView;
+    std::int32_t m_monitorRow = 0;
+    std::int32_t m_stateNumber = -1;
+    int m_tab = -1;
+    bool m_outputFlag = false;
+    bool m_disabledByFreeze = false;
+    bool m_busy = false;
+    bool m_loading = false;
+    bool m_failureShown = false;
+};
+
+}  // namespace quillon

@@ -1,0 +1,234 @@
+// frmVantor: menus, buttons, and what the device object tells.
+#include "window/frmVantor.h"
+//
+#include <htmlhelp.h>
+#include <shellapi.h>
+
+#include "com/module.h"
+#include "editors/frmVantorAbout.h"
+#include "plugin/CRegistry.h"
+#include "plugin/code_page.h"
+#include "plugin/number_text.h"
+#include "ui/file_dialog.h"
+#include "ui/message_box.h"
+#include "ui/module.h"
+#include "window/host_points.h"
+#include "window/shell_answer.h"
+
+namespace quillon {
+
+namespace {
+
+// Places in the menu bar and in "Action".
+constexpr int kActionMenu = 1;
+constexpr int kApplicationEntry = 0;
+constexpr int kDisplayEntry = 1;
+constexpr int kBreakEntry = 2;
+
+const wchar_t* const kHelpViewerClass = L"ADB880A6-D8FF-11CF-9377-00AA003B7A11";
+const ui::FileFilter kApplicationFiles{L"APP Files (*.app)", L"*.app"};
+
+// The viewer is loaded when it is first needed: the plug-in must load on a machine that has none.
+// It stays loaded, for its windows may outlive the device window.
+void OpenHelpFile(HWND owner, const std::wstring& file) {
+    const HMODULE viewer = LoadLibraryW(L"hhctrl.ocx");
+    if (!viewer) return;
+    const auto open = reinterpret_cast<decltype(&HtmlHelpA)>(
+        reinterpret_cast<void*>(GetProcAddress(viewer, "HtmlHelpA")));
+    if (open) open(owner, Narrow(file).c_str(), HH_DISPLAY_TOPIC, 0);
+}
+
+}  // namespace
+
+bool frmVantor::OnCommand(int id, int, HWND control) {
+    if (control) return false;
+    switch (id) {
+        case IDM_FILE_EXIT:
+            Unload();
+            return true;
+        case IDM_APPLICATION_SAVE:
+            ExportApplication();
+            return true;
+        case IDM_APPLICATION_DOWNLOAD:
+            DownloadApplication();
+            return true;
+        case IDM_DOCUMENTATION:
+            OpenDocumentation();
+            return true;
+        case IDM_HELP_TOPICS:
+            OpenHelp();
+            return true;
+        case IDM_ABOUT:
+            frmVantorAbout().ShowModal(Handle());
+            return true;
+        case IDM_COPY:
+            if (RowList* list = FocusedList()) list->CopySelected();
+            return true;
+        case IDM_SELECT_ALL:
+            if (RowList* list = FocusedList()) list->SelectAll();
+            return true;
+        default:
+            return false;
+    }
+}
+
+void frmVantor::OnPageCommand(int id) {
+    com::Quietly([&] {
+        VARIANT_BOOL done = VARIANT_FALSE;
+        const com::Ptr<IDevice> device = m_device;
+        if (!device) return;
+        if (id == IDC_CMDWINK) com::Check(device->Wink());
+        if (id == IDC_HW_RESET || id == IDC_MAIN_RESET) com::Check(device->Reset(&done));
+    });
+}
+
+void frmVantor::OnListMenu(HWND list, POINT screen) {
+    // The menu key gives no place: the menu then opens in the list's corner.
+    if (screen.x == -1 && screen.y == -1) {
+        screen = {8, 8};
+        ClientToScreen(list, &screen);
+    }
+    const HMENU menu = LoadMenuW(ui::OwnModule(), MAKEINTRESOURCEW(IDM_LIST));
+    const HMENU popup = GetSubMenu(menu, 0);
+    const UINT none = ListOf(list)->Selected() ? MF_ENABLED : MF_GRAYED;
+    EnableMenuItem(popup, IDM_COPY, MF_BYCOMMAND | none);
+    // Editing has no dialogs yet.
+    EnableMenuItem(popup, IDM_EDIT_VALUE, MF_BYCOMMAND | MF_GRAYED);
+    TrackPopupMenu(popup, TPM_LEFTALIGN | TPM_RIGHTBUTTON, screen.x, screen.y, 0, Handle(),
+                   nullptr);
+    DestroyMenu(menu);
+}
+
+void frmVantor::ShowApplicationMenu(bool show) {
+    const HMENU action = GetSubMenu(GetMenu(Handle()), kActionMenu);
+    VARIANT_BOOL display = VARIANT_FALSE;
+    com::Quietly([&] { com::Check(m_deviceEx->get_DisplayDownloadAvailable(&display)); });
+    // From the end, so that the places in front stay.
+    if (!show) DeleteMenu(action, kBreakEntry, MF_BYPOSITION);
+    if (display == VARIANT_FALSE) DeleteMenu(action, kDisplayEntry, MF_BYPOSITION);
+    if (!show) DeleteMenu(action, kApplicationEntry, MF_BYPOSITION);
+    const UINT notYet[] = {IDM_PARAM_SAVE, IDM_PARAM_DOWNLOAD, IDM_CALIBRATIONS_SAVE,
+                           IDM_CALIBRATIONS_LOAD};
+    for (const UINT id : notYet) EnableMenuItem(action, id, MF_BYCOMMAND | MF_GRAYED);
+}
+
+void frmVantor::UpdateActionMenu() {
+    const UINT state = m_disabledByFreeze || m_busy ? MF_GRAYED : MF_ENABLED;
+    EnableMenuItem(GetMenu(Handle()), kActionMenu, MF_BYPOSITION | state);
+    DrawMenuBar(Handle());
+}
+
+// The Action menu rests meanwhile: messages are handled inside, and the same command must not start
+// again.
+void frmVantor::RunBusy(const std::function<void()>& work) {
+    if (m_busy) return;
+    m_busy = true;
+    UpdateActionMenu();
+    com::Quietly([&] { work(); });
+    m_busy = false;
+    if (IsOpen()) UpdateActionMenu();
+}
+
+void frmVantor::ExportApplication() {
+    RunBusy([&] {
+        com::Bstr name;
+        com::Check(m_device->get_DisplayName(name.Out()));
+        const com::Ptr<IDeviceEx> device = m_deviceEx;
+        const auto file = ui::AskSaveFile(Handle(), L"Save Application to file...",
+                                          kApplicationFiles, name.Text(), L"app");
+        if (!file) return;
+        com::Bstr path(*file);
+        VARIANT_BOOL done = VARIANT_FALSE;
+        com::Check(device->AppExport(path.InOut(), &done));
+    });
+}
+
+void frmVantor::DownloadApplication() {
+    RunBusy([&] {
+        const com::Ptr<IDeviceEx> device = m_deviceEx;
+        const auto file =
+            ui::AskOpenFile(Handle(), L"Download Application from file...", kApplicationFiles);
+        if (!file) return;
+        long result = 0;
+        com::Check(device->AppDownload(com::Bstr(*file).Get(), &result));
+    });
+    if (IsOpen()) RefreshState();
+}
+
+void frmVantor::OpenHelp() {
+    const auto registry = com::Make<CRegistry>();
+    VARIANT_BOOL found = VARIANT_FALSE;
+    registry->FindGUUID(com::Bstr(kHelpViewerClass).Get(), &found);
+    if (found == VARIANT_FALSE) {
+        ui::ShowMessage(L"Please insert the Tessaly CD-ROM and install the Help viewer", MB_OK,
+                        L"Help viewer non installed on this machine");
+        return;
+    }
+    OpenHelpFile(Handle(), com::ModuleFolder() + L"\\" + m_htmlHelp);
+}
+
+void frmVantor::OpenDocumentation() {
+    const com::Ptr<CDevice> device = m_object;
+    const auto bulletin = com::Quietly([&]() -> std::optional<std::wstring> {
+        const com::Ptr<IFile> entry = device->FindDeviceFile(L"FFFA");
+        if (!entry) return std::nullopt;
+        com::Bstr text;
+        com::Check(entry->get_ValueText(text.Out()));
+        return BulletinFile(text.View());
+    });
+    if (!IsOpen()) return;
+    std::intptr_t result = kShellFileNotFound;
+    if (bulletin)
+        result = reinterpret_cast<std::intptr_t>(
+            ShellExecuteA(Handle(), "open", Narrow(com::ModuleFolder() + L"\\" + *bulletin).c_str(),
+                          nullptr, nullptr, SW_SHOWMAXIMIZED));
+    if (const auto message = DocumentationMessage(result)) ui::ShowMessage(*message, MB_OK);
+}
+
+void frmVantor::OnDeviceEvent(DeviceEvent event, const std::wstring& text) {
+    switch (event) {
+        case DeviceEvent::kChangedStatus:
+            RefreshState();
+            // The device has been heard of: polling tells whether it answers.
+            if (m_disabledByFreeze) SetFreeze(false);
+            break;
+        case DeviceEvent::kChangedName:
+            RefreshName();
+            break;
+        case DeviceEvent::kChangedApplication:
+            RefreshName();
+            Update();
+            break;
+        case DeviceEvent::kNVCPChanged:
+            RefreshPoint(text);
+            break;
+        case DeviceEvent::kChangedXmitErr:
+            break;
+    }
+}
+
+// The point that the host names: the row that shows it, and the main-view label whose index it is.
+void frmVantor::RefreshPoint(const std::wstring& text) {
+    const bool property = text.starts_with(kCpPrefix);
+    const bool prefixed = property || text.starts_with(kNvPrefix);
+    const std::wstring key = prefixed ? ItemKey(text) : text;
+    for (const auto& [control, list] : m_listOf) {
+        for (const std::wstring_view prefix : {kNvPrefix, kCpPrefix}) {
+            if (prefixed && (prefix == kCpPrefix) != property) continue;
+            const auto place = list->PlaceOf(std::wstring(prefix) + key);
+            if (!place) continue;
+            com::Quietly([&] {
+                com::Ptr<IDispatch> points;
+                com::Check(prefix == kCpPrefix ? m_device->get_ConfigProperties(points.Out())
+                                               : m_device->get_NetworkVariables(points.Out()));
+                const auto point = FindPoint(points.Get(), com::Variant(key));
+                const LiveReading reading = ReadLivePoint(point.Get());
+                if (IsOpen() && !reading.silent) list->SetValue(*place, reading.text);
+            });
+            if (!IsOpen()) return;
+        }
+    }
+    ShowGeneralData();
+}
+
+}  // namespace quillon

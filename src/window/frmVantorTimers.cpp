@@ -1,0 +1,191 @@
+// frmVantor: the five timers and what each tick does.
+#include "com/error.h"
+#include "plugin/process_state.h"
+#include "window/app_status.h"
+#include "window/frmVantor.h"
+#include "window/host_points.h"
+#include "window/view_lists.h"
+
+namespace quillon {
+
+namespace {
+
+std::size_t PlaceOf(int timer) {
+    return static_cast<std::size_t>(timer) - 1;
+}
+
+constexpr int kLedIds[] = {IDC_LED_FIRST, IDC_LED_FIRST + 1, IDC_LED_FIRST + 2, IDC_LED_LAST};
+
+}  // namespace
+
+void frmVantor::SetPollingRate(float rate) {
+    StartTimer(Timer::kTmrPolling, PollingInterval(rate));
+    StartTimer(Timer::kTmrAppStatus, kAppStatusInterval);
+}
+
+void frmVantor::StartTimer(Timer timer, std::uint32_t interval) {
+    m_intervals[PlaceOf(static_cast<int>(timer))] = interval;
+    if (interval == 0)
+        KillTimer(Handle(), static_cast<UINT_PTR>(timer));
+    else
+        SetTimer(Handle(), static_cast<UINT_PTR>(timer), interval, nullptr);
+}
+
+std::uint32_t frmVantor::Interval(Timer timer) const {
+    return m_intervals[PlaceOf(static_cast<int>(timer))];
+}
+
+// A tick whose own handler is still at work further out is left out. A failing host call ends the
+// tick.
+void frmVantor::Tick(Timer timer) {
+    const std::size_t place = PlaceOf(static_cast<int>(timer));
+    if (place >= kTimers || m_ticking[place] || !m_device) return;
+    m_ticking[place] = true;
+    com::Quietly([&] {
+        switch (timer) {
+            case Timer::kTmrPolling:
+                OnTmrPolling();
+                break;
+            case Timer::kTmrAppStatus:
+                OnTmrAppStatus();
+                break;
+            case Timer::kTmrNvs:
+                OnTmrNvs();
+                break;
+            case Timer::kTmrHw:
+                OnTmrHw();
+                break;
+            case Timer::kTimer1:
+                OnTimer1();
+                break;
+        }
+    });
+    m_ticking[place] = false;
+}
+
+com::Ptr<IDispatch> frmVantor::NetworkVariables() {
+    com::Ptr<IDispatch> points;
+    com::Check(m_device->get_NetworkVariables(points.Out()));
+    return points;
+}
+
+void frmVantor::OnTmrPolling() {
+    CountStaleness();
+    if (Process().freeze && RestsWhileFrozen(m_stateNumber)) return;
+    const int index = m_mainView.Index();
+    const auto place = static_cast<std::size_t>(index);
+    const auto number = EntryNumber(m_mainViewTags[place]);
+    if (!number) return;
+    const com::Ptr<IDispatch> point =
+        FindPoint(NetworkVariables().Get(), com::Variant(std::to_wstring(*number)));
+    const LiveReading reading = ReadLivePoint(point.Get());
+    if (!IsOpen()) return;
+    if (reading.silent) {
+        SetFreeze(true);
+        return;
+    }
+    if (Process().freeze || m_disabledByFreeze) SetFreeze(false);
+    Page& page = PageAt(kTabMain);
+    page.SetItemText(IDC_LBLNV_FIRST + index, reading.text);
+    if (m_mainViewAge[place].Read()) page.SetGreyed(IDC_LBLNV_FIRST + index, false);
+    m_mainView.Advance();
+}
+
+// Values grow old only while the device does not answer.
+void frmVantor::CountStaleness() {
+    const bool silent = Process().freeze;
+    for (std::size_t i = 0; i < m_mainViewAge.size(); ++i)
+        if (m_mainViewAge[i].Pass(silent))
+            PageAt(kTabMain).SetGreyed(IDC_LBLNV_FIRST + static_cast<int>(i), true);
+    for (std::size_t row = 0; row < m_monitorAge.size(); ++row)
+        if (m_monitorAge[row].Pass(silent)) m_lvMonitor.SetStale(row, true);
+}
+
+void frmVantor::OnTmrNvs() {
+    if (Process().freeze) return;
+    const auto count = static_cast<std::int32_t>(m_lvMonitor.Rows().size());
+    m_monitorRow = NextRow(m_monitorRow, count);
+    if (count == 0) return;
+    const auto row = static_cast<std::size_t>(m_monitorRow) - 1;
+    const std::wstring key = ItemKey(m_lvMonitor.Rows()[row].key);
+    const com::Ptr<IDispatch> point = FindPoint(NetworkVariables().Get(), com::Variant(key));
+    const LiveReading reading = ReadLivePoint(point.Get());
+    if (!IsOpen()) return;
+    if (reading.silent) {
+        SetFreeze(true);
+        return;
+    }
+    if (m_disabledByFreeze) SetFreeze(false);
+    m_lvMonitor.SetValue(row, reading.text);
+    if (row < m_monitorAge.size() && m_monitorAge[row].Read()) m_lvMonitor.SetStale(row, false);
+}
+
+void frmVantor::OnTmrHw() {
+    if (Process().freeze) return;
+    short analog[4] = {};
+    unsigned char inputs = 0;
+    unsigned char unused = 0;
+    long status = 0;
+    com::Check(m_deviceEx->ReadInputs(&analog[0], &analog[1], &analog[2], &analog[3], &inputs,
+                                      &unused, &status));
+    if (!IsOpen() || status != 0) return;
+    PageAt(kTabCalibration).SetItemText(IDC_LBLCOUNTS, std::to_wstring(analog[0]));
+    const auto states = DigitalInputs(inputs);
+    Page& page = PageAt(kTabHw);
+    for (std::size_t i = 0; i < states.size(); ++i) {
+        const std::wstring text =
+            L"Digital input " + std::to_wstring(i + 1) + (states[i] ? L": on" : L": off");
+        const int textId = IDC_LEDTEXT_FIRST + static_cast<int>(i);
+        if (page.ItemText(textId) == text) continue;
+        page.SetItemText(textId, text);
+        const HICON led =
+            ImageList_GetIcon(m_ilSmall, IconIndex(states[i] ? L"ledon" : L"ledoff"), ILD_NORMAL);
+        const auto old =
+            SendMessageW(page.Item(kLedIds[i]), STM_SETICON, reinterpret_cast<WPARAM>(led), 0);
+        if (old) DestroyIcon(reinterpret_cast<HICON>(old));
+    }
+}
+
+void frmVantor::OnTmrAppStatus() {
+    if (Process().freeze) return;
+    unsigned char status = 0;
+    com::Check(m_deviceEx->get_VantorAppStatus(&status));
+    if (!IsOpen()) return;
+    const AppStatusView view = AfterStatus(status, m_caption);
+    SetCaptionAndIcon(view.caption, view.failureIcon);
+}
+
+void frmVantor::OnTimer1() {
+    short analog[4] = {};
+    unsigned char first = 0;
+    unsigned char second = 0;
+    long status = 0;
+    com::Check(m_deviceEx->ReadOutputs(&analog[0], &analog[1], &analog[2], &analog[3], &first,
+                                       &second, &status));
+    if (status == 0) m_outputFlag = OutputFlag(first);
+}
+
+// ---- freezing
+
+bool frmVantor::Freeze() const {
+    return Process().freeze;
+}
+
+void frmVantor::SetFreeze(bool freeze) {
+    Process().freeze = freeze;
+    ApplyFreeze(freeze);
+}
+
+// Disables tabs, pages and the Action menu of this window, or enables them again. The focus leaves
+// a page first: a disabled control that keeps it would swallow every key.
+void frmVantor::ApplyFreeze(bool freeze) {
+    if (m_disabledByFreeze == freeze) return;
+    m_disabledByFreeze = freeze;
+    const HWND focus = GetFocus();
+    if (freeze && focus && IsChild(Handle(), focus)) SetFocus(Handle());
+    EnableWindow(Item(IDC_SSTAB1), !freeze);
+    for (const auto& page : m_pages) EnableWindow(page->Handle(), !freeze);
+    UpdateActionMenu();
+}
+
+}  // namespace quillon

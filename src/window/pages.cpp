@@ -1,0 +1,75 @@
+#include "window/pages.h"
+
+#include <uxtheme.h>
+#include <windowsx.h>
+
+#include <algorithm>
+
+namespace quillon {
+
+void Page::SetGreyed(int id, bool greyed) {
+    const auto place = std::find(m_greyed.begin(), m_greyed.end(), id);
+    if (greyed == (place != m_greyed.end())) return;
+    if (greyed)
+        m_greyed.push_back(id);
+    else
+        m_greyed.erase(place);
+    InvalidateRect(Item(id), nullptr, TRUE);
+}
+
+bool Page::OnInit() {
+    m_layout.Start(Handle());
+    for (const Anchored& one : m_anchored) m_layout.Add(one.id, one.anchors);
+    return true;
+}
+
+std::optional<INT_PTR> Page::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
+    switch (message) {
+        case WM_SIZE:
+            m_layout.Apply();
+            return TRUE;
+        case WM_CTLCOLORSTATIC: {
+            const int id = GetDlgCtrlID(reinterpret_cast<HWND>(lParam));
+            if (std::find(m_greyed.begin(), m_greyed.end(), id) == m_greyed.end())
+                return std::nullopt;
+            const HDC context = reinterpret_cast<HDC>(wParam);
+            SetTextColor(context, GetSysColor(COLOR_GRAYTEXT));
+            SetBkMode(context, TRANSPARENT);
+            return reinterpret_cast<INT_PTR>(GetSysColorBrush(COLOR_BTNFACE));
+        }
+        case WM_NOTIFY:
+            return OnNotify(*reinterpret_cast<const NMHDR*>(lParam), lParam);
+        case WM_CONTEXTMENU: {
+            const HWND control = reinterpret_cast<HWND>(wParam);
+            if (!m_actions.listOf(control)) return std::nullopt;
+            m_actions.listMenu(control, POINT{GET_X_LPARAM(lParam), GET_Y_LPARAM(lParam)});
+            return TRUE;
+        }
+        default:
+            return Dialog::OnMessage(message, wParam, lParam);
+    }
+}
+
+std::optional<INT_PTR> Page::OnNotify(const NMHDR& header, LPARAM lParam) {
+    RowList* const list = m_actions.listOf(header.hwndFrom);
+    if (!list) return std::nullopt;
+    switch (header.code) {
+        case NM_DBLCLK:
+            m_actions.editRow(header.hwndFrom);
+            return TRUE;
+        case NM_CUSTOMDRAW:
+            SetWindowLongPtrW(Handle(), DWLP_MSGRESULT,
+                              list->CustomDraw(*reinterpret_cast<const NMLVCUSTOMDRAW*>(lParam)));
+            return TRUE;
+        default:
+            return std::nullopt;
+    }
+}
+
+bool Page::OnCommand(int id, int code, HWND control) {
+    if (code != BN_CLICKED || !control) return false;
+    m_actions.command(id, control);
+    return true;
+}
+
+}  // namespace quillon
