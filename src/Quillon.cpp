@@ -1,9 +1,11 @@
 // The module: which classes it makes, its entry points and its registration.
 #include "com/class_table.h"
 #include "com/module.h"
+#include "editors/frmVantorSplash.h"
 #include "model/CProfile.h"
 #include "plugin/CDevice.h"
 #include "plugin/CRegistry.h"
+#include "plugin/MMain.h"
 
 namespace {
 
@@ -24,6 +26,10 @@ std::span<const ClassEntry> Classes() {
         {CLSID_CRegistry, L"CRegistry", L"Quillon.CRegistry", com::Create<quillon::CRegistry>},
     };
     return classes;
+}
+
+void ShowSplash() {
+    quillon::frmVantorSplash::Create()->Show(nullptr);
 }
 
 }  // namespace
@@ -56,4 +62,16 @@ STDAPI DllInstall(BOOL install, PCWSTR arguments) {
     const Scope scope = user ? Scope::kUser : Scope::kMachine;
     return install ? quillon::com::Register(Classes(), kLibrary, scope)
                    : quillon::com::Unregister(Classes(), kLibrary, scope);
+}
+
+// rundll32 Quillon.dll,Main: the module started as a program. Ends when the splash has gone.
+extern "C" void CALLBACK MainW(HWND, HINSTANCE, PWSTR, int) {
+    OleInitialize(nullptr);
+    quillon::com::Quietly([] { quillon::Main(true, ShowSplash); });
+    MSG message;
+    while (!quillon::ui::OpenForms().empty() && GetMessageW(&message, nullptr, 0, 0) > 0) {
+        TranslateMessage(&message);
+        DispatchMessageW(&message);
+    }
+    OleUninitialize();
 }

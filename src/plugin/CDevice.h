@@ -147,6 +147,8 @@ private:
         kChangedXmitErr = 5,
     };
 
+    void OpenWindow(class frmVantor& window, IDispatch* owner, std::int32_t pollingRate,
+                    const std::wstring& neuronId);
     void RaiseText(Event event, BSTR* text);
     void SetSettingsPath();
     void RefreshApplicationDownloadAvailable(const std::wstring& hideAppDownload);

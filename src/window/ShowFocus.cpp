@@ -30,13 +30,33 @@ std::wstring NeuronIdOf(IDevice& device) {
 }
 
 // The open window with a tag, without handling messages.
-std::shared_ptr<ui::Form> OpenWindow(const std::wstring& tag) {
+std::shared_ptr<ui::Form> WindowWithTag(const std::wstring& tag) {
     for (const auto& form : ui::OpenForms())
         if (form->Tag() == tag) return form;
     return nullptr;
 }
 
 }  // namespace
+
+void CDevice::OpenWindow(frmVantor& window, IDispatch* owner, std::int32_t pollingRate,
+                         const std::wstring& neuronId) {
+    try {
+        const auto splash = frmVantorSplash::Create();
+        window.SetDevice(this);
+        window.SetPollingRate(static_cast<float>(pollingRate));
+        window.SetTag(kWindowTag + neuronId);
+        splash->SetTag(neuronId);
+        window.SetOwner(owner);
+        splash->SetLinkedForm(window.weak_from_this());
+        splash->Show(WindowOf(owner));
+        window.Load();
+        splash->Raise();
+    } catch (...) {
+        // A window that was never shown could not be closed by anyone.
+        if (!IsWindowVisible(window.Handle())) window.Unload();
+        throw;
+    }
+}
 
 void CDevice::IDeviceEx_ShowFocus(IDispatch* owner, std::int32_t pollingRate) {
     com::Quietly([&] {
@@ -46,23 +66,13 @@ void CDevice::IDeviceEx_ShowFocus(IDispatch* owner, std::int32_t pollingRate) {
         const std::wstring neuronId = NeuronIdOf(*moDevice);
         // Messages were handled above, so another call may have made the window meanwhile. From
         // here to the tag none are.
-        if (!form) form = OpenWindow(kWindowTag + neuronId);
+        if (!form) form = WindowWithTag(kWindowTag + neuronId);
         if (form) {
             form->Show(nullptr);
             return;
         }
         const auto window = frmVantor::Create();
-        const auto splash = frmVantorSplash::Create();
-        if (!window) return;
-        window->SetDevice(this);
-        window->SetPollingRate(static_cast<float>(pollingRate));
-        window->SetTag(kWindowTag + neuronId);
-        splash->SetTag(neuronId);
-        window->SetOwner(owner);
-        splash->SetLinkedForm(window);
-        splash->Show(WindowOf(owner));
-        window->Load();
-        splash->Raise();
+        if (window) OpenWindow(*window, owner, pollingRate, neuronId);
     });
 }
 
