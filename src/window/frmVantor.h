@@ -107,6 +107,7 @@ private:
     void OnTimer1();
     void CountStaleness();
     void ApplyFreeze(bool freeze);
+    void Thaw();
     com::Ptr<IDispatch> NetworkVariables();
 
     // Commands (frmVantorCommands.cpp)

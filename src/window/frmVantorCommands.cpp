@@ -222,7 +222,7 @@ void frmVantor::RefreshPoint(const std::wstring& text) {
                 com::Check(prefix == kCpPrefix ? m_device->get_ConfigProperties(points.Out())
                                                : m_device->get_NetworkVariables(points.Out()));
                 const auto point = FindPoint(points.Get(), com::Variant(key));
-                const LiveReading reading = ReadLivePoint(point.Get());
+                const LiveReading reading = ReadLivePoint(point.Get(), [] {});
                 if (IsOpen() && !reading.silent) list->SetValue(*place, reading.text);
             });
             if (!IsOpen()) return;

@@ -78,13 +78,12 @@ void frmVantor::OnTmrPolling() {
     if (!number) return;
     const com::Ptr<IDispatch> point =
         FindPoint(NetworkVariables().Get(), com::Variant(std::to_wstring(*number)));
-    const LiveReading reading = ReadLivePoint(point.Get());
+    const LiveReading reading = ReadLivePoint(point.Get(), [&] { Thaw(); });
     if (!IsOpen()) return;
     if (reading.silent) {
         SetFreeze(true);
         return;
     }
-    if (Process().freeze || m_disabledByFreeze) SetFreeze(false);
     Page& page = PageAt(kTabMain);
     page.SetItemText(IDC_LBLNV_FIRST + index, reading.text);
     if (m_mainViewAge[place].Read()) page.SetGreyed(IDC_LBLNV_FIRST + index, false);
@@ -109,13 +108,12 @@ void frmVantor::OnTmrNvs() {
     const auto row = static_cast<std::size_t>(m_monitorRow) - 1;
     const std::wstring key = ItemKey(m_lvMonitor.Rows()[row].key);
     const com::Ptr<IDispatch> point = FindPoint(NetworkVariables().Get(), com::Variant(key));
-    const LiveReading reading = ReadLivePoint(point.Get());
+    const LiveReading reading = ReadLivePoint(point.Get(), [&] { Thaw(); });
     if (!IsOpen()) return;
     if (reading.silent) {
         SetFreeze(true);
         return;
     }
-    if (m_disabledByFreeze) SetFreeze(false);
     m_lvMonitor.SetValue(row, reading.text);
     if (row < m_monitorAge.size() && m_monitorAge[row].Read()) m_lvMonitor.SetStale(row, false);
 }
@@ -174,6 +172,11 @@ bool frmVantor::Freeze() const {
 void frmVantor::SetFreeze(bool freeze) {
     Process().freeze = freeze;
     ApplyFreeze(freeze);
+}
+
+// The device has answered.
+void frmVantor::Thaw() {
+    if (IsOpen() && (Process().freeze || m_disabledByFreeze)) SetFreeze(false);
 }
 
 // Disables tabs, pages and the Action menu of this window, or enables them again. The focus leaves

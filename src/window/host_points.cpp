@@ -32,9 +32,10 @@ ListRow ReadConfigurationPropertyRow(IDispatch* point) {
                                     TextOf(point, host::point::kFormattedValue));
 }
 
-LiveReading ReadLivePoint(IDispatch* point) {
+LiveReading ReadLivePoint(IDispatch* point, const std::function<void()>& answered) {
     const std::wstring raw = TextOf(point, host::point::kValue);
     if (SaysSilent(raw)) return ReadLiveValue(raw, {}, [] { return std::wstring(); }, {});
+    answered();
     const com::Ptr<IDispatch> type = com::Get(point, host::point::kType).AsObject();
     return ReadLiveValue(
         raw, TextOf(type.Get(), host::type::kInvalidValue),

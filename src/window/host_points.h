@@ -1,6 +1,7 @@
 // Reading the host's data points for the device window.
 #pragma once
 
+#include <functional>
 #include <string>
 
 #include "com/ptr.h"
@@ -20,7 +21,8 @@ ListRow ReadNetworkVariableRow(IDispatch* point, bool withDirection);
 ListRow ReadConfigurationPropertyRow(IDispatch* point);
 
 // One reading of a point's value: three texts, of which the shown one is read only when it is
-// needed. Throws com::Error.
-LiveReading ReadLivePoint(IDispatch* point);
+// needed. `answered` is called as soon as the first says that the device is there. Throws
+// com::Error.
+LiveReading ReadLivePoint(IDispatch* point, const std::function<void()>& answered);
 
 }  // namespace quillon
