@@ -3,7 +3,7 @@ if(WIN32)
   enable_language(RC)
   add_compile_definitions(UNICODE _UNICODE _WIN32_WINNT=0x0601 NOMINMAX)
   # Single-precision arithmetic is specified to the bit: SSE on both bitnesses, nothing contracted.
-  add_compile_options(-fstack-protector-strong -msse2 -mfpmath=sse -ffp-contract=off
+  add_compile_options(-ffunction-sections -fdata-sections -fstack-protector-strong -msse2 -mfpmath=sse -ffp-contract=off
     "$<$<CONFIG:Debug>:-gdwarf-4;-D_GLIBCXX_ASSERTIONS>" "$<$<CONFIG:RelWithDebInfo>:-gdwarf-4>")
   add_link_options(-static -fstack-protector-strong)
   include(idl)
@@ -19,6 +19,6 @@ endif()
 function(quillon_dll target)
   set_target_properties(${target} PROPERTIES PREFIX "")
   target_link_options(${target} PRIVATE
-    -Wl,--enable-stdcall-fixup,--dynamicbase,--nxcompat,--no-insert-timestamp
+    -Wl,--gc-sections,--enable-stdcall-fixup,--dynamicbase,--nxcompat,--no-insert-timestamp
     "$<$<STREQUAL:${CMAKE_SYSTEM_PROCESSOR},x86_64>:-Wl,--high-entropy-va>")
 endfunction()

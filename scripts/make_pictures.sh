@@ -18,7 +18,7 @@ case "${1:-}" in
     *) echo "usage: scripts/make_pictures.sh [--check]" >&2; exit 2 ;;
 esac
 
-# The cells of a strip in this order; code addresses them by position.
+# The image keys of the lists.
 keys=(nvi vantor error nvofield nvifield cpfield nvo cp cross ledoff switchon switchoff ledon
     Down_off Down_on Up_off Up_on Hand_off Hand_on Page_off Page_on Mode_off Mode_on)
 
@@ -41,29 +41,17 @@ mkdir "$work/out"
 # A drawing is shown only at whole multiples of its own grid, so that edges stay on pixel borders.
 grid_of() { if [ $(($1 % 24)) = 0 ]; then echo 24; else echo 16; fi; }
 
-# render SVG SIZE OUT.rgba
-render() {
-    [ -f "$1" ] || fail "$1 is missing"
-    rsvg-convert -w "$2" -h "$2" -f png -o "$work/one.png" "$1" || fail "cannot draw $1"
-    convert "$work/one.png" -depth 8 "rgba:$3"
-}
-
-make_strip() {
-    local size=$1 cells=() key
-    for key in "${keys[@]}"; do
-        render "res/icons$(grid_of "$size")/$key.svg" "$size" "$work/$key-$size.rgba"
-        cells+=("$work/$key-$size.rgba")
-    done
-    python3 res/pack_pictures.py strip "$work/out/icons$size.bmp" "$size" "${cells[@]}"
-}
-
+# make_icon OUT SVG: one icon of four sizes; GRID in the SVG's path stands for 16 or 24
 make_icon() {
-    local name=$1 pictures=() size
+    local out=$1 pattern=$2 pictures=() size svg
     for size in 16 24 32 48; do
-        render "res/window/$name-$(grid_of "$size").svg" "$size" "$work/$name-$size.rgba"
-        pictures+=("$size" "$work/$name-$size.rgba")
+        svg=${pattern//GRID/$(grid_of "$size")}
+        [ -f "$svg" ] || fail "$svg is missing"
+        rsvg-convert -w "$size" -h "$size" -f png -o "$work/$size.png" "$svg" ||
+            fail "cannot draw $svg"
+        pictures+=("$size" "$work/$size.png")
     done
-    python3 res/pack_pictures.py icon "$work/out/$name.ico" "${pictures[@]}"
+    python3 res/pack_pictures.py "$work/out/$out.ico" "${pictures[@]}"
 }
 
 # make_splash WIDTH OUT.gif; flat colours, so dithering would only add noise
@@ -73,9 +61,9 @@ make_splash() {
     convert "$work/splash.png" -alpha off -strip +dither -colors 256 "gif:$work/out/$2"
 }
 
-for size in 16 24 32 48; do make_strip "$size"; done
-make_icon Vantor
-make_icon VantorERROR
+for key in "${keys[@]}"; do make_icon "list_$key" "res/iconsGRID/$key.svg"; done
+make_icon Vantor res/window/Vantor-GRID.svg
+make_icon VantorERROR res/window/VantorERROR-GRID.svg
 make_splash 420 splash.gif
 make_splash 840 splash2.gif
 

@@ -48,26 +48,26 @@ UINT DpiOf(HWND window) {
     return static_cast<UINT>(dpi);
 }
 
-// The strip whose pictures are nearest to 16 pixels at 96 dpi.
+// Pictures are drawn for these sizes; the largest one that the scaling has room for is taken, 16
+// pixels at 96 dpi.
+int ImageSize(UINT dpi) {
+    if (dpi < 120) return 16;
+    if (dpi < 168) return 24;
+    return dpi < 240 ? 32 : 48;
+}
+
+// The small images in the order of their keys.
 HIMAGELIST LoadImageList(UINT dpi) {
-    struct Strip {
-        UINT upTo;
-        int resource;
-        int size;
-    };
-    constexpr Strip kStrips[] = {{119, IDB_ICONS16, 16},
-                                 {167, IDB_ICONS24, 24},
-                                 {239, IDB_ICONS32, 32},
-                                 {0xFFFF, IDB_ICONS48, 48}};
-    const Strip* strip = kStrips;
-    while (dpi > strip->upTo) ++strip;
-    const int count = static_cast<int>(kImageKeys.size());
-    const HIMAGELIST images = ImageList_Create(strip->size, strip->size, ILC_COLOR32, count, 0);
-    const HBITMAP bitmap =
-        static_cast<HBITMAP>(LoadImageW(ui::OwnModule(), MAKEINTRESOURCEW(strip->resource),
-                                        IMAGE_BITMAP, 0, 0, LR_CREATEDIBSECTION));
-    if (images && bitmap) ImageList_Add(images, bitmap, nullptr);
-    DeleteObject(bitmap);
+    const int size = ImageSize(dpi);
+    const HIMAGELIST images = ImageList_Create(size, size, ILC_COLOR32 | ILC_MASK,
+                                               static_cast<int>(kImageKeys.size()), 0);
+    for (const std::wstring_view key : kImageKeys) {
+        const std::wstring name = L"LIST_" + std::wstring(key);
+        const auto icon = static_cast<HICON>(
+            LoadImageW(ui::OwnModule(), name.c_str(), IMAGE_ICON, size, size, LR_DEFAULTCOLOR));
+        ImageList_ReplaceIcon(images, -1, icon);
+        DestroyIcon(icon);
+    }
     return images;
 }
 

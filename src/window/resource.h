@@ -15,10 +15,6 @@
 #define IDD_ABOUT 121
 
 // Icons and pictures
-#define IDB_ICONS16 200
-#define IDB_ICONS24 201
-#define IDB_ICONS32 202
-#define IDB_ICONS48 203
 #define IDR_SPLASH 210
 #define IDR_SPLASH_LARGE 211
 
