@@ -3,6 +3,7 @@
 
 #include <memory>
 
+#include "com/module.h"
 #include "ui/dialog.h"
 #include "ui/form_list.h"
 
@@ -32,6 +33,7 @@ private:
     std::shared_ptr<void> KeepAlive() override { return weak_from_this().lock(); }
     void Close() override { Destroy(); }
 
+    com::ModuleLock m_module;
     std::weak_ptr<ui::Form> m_linkedForm;
     HBITMAP m_picture = nullptr;
 };

@@ -22,8 +22,16 @@ Hook& TheHook() {
     return hook;
 }
 
+// An open menu reads the keys itself, from the same queue.
+bool InMenu() {
+    GUITHREADINFO state{};
+    state.cbSize = sizeof state;
+    return GetGUIThreadInfo(GetCurrentThreadId(), &state) && (state.flags & GUI_INMENUMODE);
+}
+
 // True when the message was used up.
 bool Handle(MSG& message) {
+    if (InMenu()) return false;
     const HWND root = GetAncestor(message.hwnd, GA_ROOT);
     const auto& windows = TheHook().windows;
     const auto found = std::find_if(windows.begin(), windows.end(),

@@ -179,6 +179,12 @@ std::optional<INT_PTR> frmVantor::OnMessage(UINT message, WPARAM wParam, LPARAM 
             info.ptMinTrackSize = {least.right - least.left, least.bottom - least.top};
             return TRUE;
         }
+        case WM_ACTIVATE:
+        case WM_SETFOCUS:
+            // A dialog would give the focus back to the control that had it, which is disabled.
+            if (!m_disabledByFreeze) return std::nullopt;
+            if (message == WM_ACTIVATE && LOWORD(wParam) != WA_INACTIVE) SetFocus(Handle());
+            return TRUE;
         case WM_TIMER:
             Tick(static_cast<Timer>(wParam));
             return TRUE;

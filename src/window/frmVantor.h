@@ -122,6 +122,7 @@ private:
     void OnDeviceEvent(DeviceEvent event, const std::wstring& text);
     void RefreshPoint(const std::wstring& text);
 
+    com::ModuleLock m_module;
     com::Ptr<CDevice> m_object;
     com::Ptr<IDevice> m_device;
     com::Ptr<IDeviceEx> m_deviceEx;

@@ -185,9 +185,11 @@ void frmVantor::ApplyFreeze(bool freeze) {
     if (m_disabledByFreeze == freeze) return;
     m_disabledByFreeze = freeze;
     const HWND focus = GetFocus();
-    if (freeze && focus && IsChild(Handle(), focus)) SetFocus(Handle());
+    const bool ours = focus && (focus == Handle() || IsChild(Handle(), focus));
+    if (freeze && ours) SetFocus(Handle());
     EnableWindow(Item(IDC_SSTAB1), !freeze);
     for (const auto& page : m_pages) EnableWindow(page->Handle(), !freeze);
+    if (!freeze && ours) SetFocus(Item(IDC_SSTAB1));
     UpdateActionMenu();
 }
 
