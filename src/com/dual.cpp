@@ -13,14 +13,17 @@ namespace {
 class FunctionDescription {
 public:
     FunctionDescription(ITypeInfo* info, DISPID member, WORD flags) : m_info(info) {
-        Ptr<ITypeInfo2> details = m_info.As<ITypeInfo2>();
+        const WORD kinds = flags & (INVOKE_FUNC | INVOKE_PROPERTYGET);
         UINT index = 0;
-        const auto kind = static_cast<INVOKEKIND>(flags & (INVOKE_FUNC | INVOKE_PROPERTYGET));
-        if (!details || kind == 0) return;
-        if (FAILED(details->GetFuncIndexOfMemId(member, KindOf(kind), &index)) &&
-            FAILED(details->GetFuncIndexOfMemId(member, INVOKE_PROPERTYGET, &index)))
-            return;
-        if (FAILED(m_info->GetFuncDesc(index, &m_function))) m_function = nullptr;
+        const auto details = m_info.As<ITypeInfo2>();
+        const bool known =
+            details &&
+            (SUCCEEDED(details->GetFuncIndexOfMemId(member, INVOKE_FUNC, &index)) ||
+             SUCCEEDED(details->GetFuncIndexOfMemId(member, INVOKE_PROPERTYGET, &index)));
+        if (known && Take(index, member, kinds)) return;
+        // Not every implementation counts the inherited members alike in both calls.
+        for (index = 0; !Take(index, member, kinds); ++index)
+            if (m_end) return;
     }
     FunctionDescription(const FunctionDescription&) = delete;
     FunctionDescription& operator=(const FunctionDescription&) = delete;
@@ -62,12 +65,22 @@ public:
     }
 
 private:
-    static INVOKEKIND KindOf(INVOKEKIND kind) {
-        return (kind & INVOKE_FUNC) ? INVOKE_FUNC : INVOKE_PROPERTYGET;
+    // Keeps the description at an index when it is the member's.
+    bool Take(UINT index, DISPID member, WORD kinds) {
+        FUNCDESC* function = nullptr;
+        m_end = FAILED(m_info->GetFuncDesc(index, &function));
+        if (m_end) return false;
+        if (function->memid == member && (function->invkind & kinds)) {
+            m_function = function;
+            return true;
+        }
+        m_info->ReleaseFuncDesc(function);
+        return false;
     }
 
     Ptr<ITypeInfo> m_info;
     FUNCDESC* m_function = nullptr;
+    bool m_end = false;
 };
 
 // Stands in for one argument during a call.

@@ -99,6 +99,10 @@ std::optional<INT_PTR> frmVantorSplash::OnMessage(UINT message, WPARAM wParam, L
         Unload();
         return TRUE;
     }
+    if (message == WM_CLOSE) {
+        Unload();
+        return TRUE;
+    }
     if (message == WM_MOUSEACTIVATE) {
         SetWindowLongPtrW(Handle(), DWLP_MSGRESULT, MA_NOACTIVATE);
         return TRUE;

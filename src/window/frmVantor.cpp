@@ -97,6 +97,8 @@ bool frmVantor::OnInit() {
     const int besides[] = {IDC_PCTDEVSTATE, IDC_LBLDEVSTATE, IDC_LBLSTATECAPTION};
     for (const int id : besides) m_layout.Add(id, ui::kLeft | ui::kBottom);
     m_ilSmall = LoadImageList(DpiOf(Handle()));
+    m_ledOn = ImageList_GetIcon(m_ilSmall, IconIndex(L"ledon"), ILD_NORMAL);
+    m_ledOff = ImageList_GetIcon(m_ilSmall, IconIndex(L"ledoff"), ILD_NORMAL);
     CreatePages();
     OnSize();
     m_keyboard = std::make_unique<ui::KeyboardHandling>(Handle(), this);
@@ -154,11 +156,10 @@ void frmVantor::OnDestroyed() {
     m_events.Reset();
     m_listOf.clear();
     ImageList_Destroy(m_ilSmall);
-    if (m_icon) DestroyIcon(m_icon);
-    if (m_failureIcon) DestroyIcon(m_failureIcon);
+    for (HICON* icon : {&m_icon, &m_failureIcon, &m_ledOn, &m_ledOff})
+        if (*icon) DestroyIcon(std::exchange(*icon, nullptr));
     if (m_stateBrush) DeleteObject(m_stateBrush);
     m_ilSmall = nullptr;
-    m_icon = m_failureIcon = nullptr;
     m_stateBrush = nullptr;
     m_deviceEx.Reset();
     m_device.Reset();

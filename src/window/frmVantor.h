@@ -140,6 +140,8 @@ private:
     HIMAGELIST m_ilSmall = nullptr;
     HICON m_icon = nullptr;
     HICON m_failureIcon = nullptr;
+    HICON m_ledOn = nullptr;
+    HICON m_ledOff = nullptr;
     HBRUSH m_stateBrush = nullptr;
     StateView m_stateView;
 

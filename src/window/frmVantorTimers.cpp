@@ -14,8 +14,6 @@ std::size_t PlaceOf(int timer) {
     return static_cast<std::size_t>(timer) - 1;
 }
 
-constexpr int kLedIds[] = {IDC_LED_FIRST, IDC_LED_FIRST + 1, IDC_LED_FIRST + 2, IDC_LED_LAST};
-
 }  // namespace
 
 void frmVantor::SetPollingRate(float rate) {
@@ -136,11 +134,8 @@ void frmVantor::OnTmrHw() {
         const int textId = IDC_LEDTEXT_FIRST + static_cast<int>(i);
         if (page.ItemText(textId) == text) continue;
         page.SetItemText(textId, text);
-        const HICON led =
-            ImageList_GetIcon(m_ilSmall, IconIndex(states[i] ? L"ledon" : L"ledoff"), ILD_NORMAL);
-        const auto old =
-            SendMessageW(page.Item(kLedIds[i]), STM_SETICON, reinterpret_cast<WPARAM>(led), 0);
-        if (old) DestroyIcon(reinterpret_cast<HICON>(old));
+        SendMessageW(page.Item(IDC_LED_FIRST + static_cast<int>(i)), STM_SETICON,
+                     reinterpret_cast<WPARAM>(states[i] ? m_ledOn : m_ledOff), 0);
     }
 }
 
