@@ -132,13 +132,25 @@ void Calls::Restore() {
 }
 
 void Calls::Log(MemberId member, std::wstring arguments) {
-    if (m_log.size() == kLogLines) m_log.pop_front();
+    if (m_log.size() == kLogLines) {
+        m_log.pop_front();
+        ++m_dropped;
+    }
     m_log.push_back(WideFromUtf8(kMemberNames[member]) + L'(' + arguments + L')');
 }
 
-std::wstring Calls::LogText() const {
+std::wstring Calls::LogText(long from) const {
     std::wstring text;
-    for (const std::wstring& line : m_log) text += line + L'\n';
+    for (long i = std::max(from - m_dropped, 0L); i < static_cast<long>(m_log.size()); ++i)
+        text += m_log[static_cast<std::size_t>(i)] + L'\n';
+    return text;
+}
+
+std::wstring Calls::CountsText() const {
+    std::wstring text;
+    for (MemberId member = 0; member < m_slots.size(); ++member)
+        if (const long calls = m_slots[member].calls; calls != 0)
+            text += std::to_wstring(calls) + L' ' + WideFromUtf8(kMemberNames[member]) + L'\n';
     return text;
 }
 
@@ -159,6 +171,7 @@ void Calls::NoteMisuse(std::wstring_view what) {
 void Calls::Clear() {
     for (Slot& slot : m_slots) slot.calls = 0;
     m_log.clear();
+    m_dropped = 0;
     m_reports.clear();
     m_misuse.clear();
 }

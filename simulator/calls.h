@@ -55,7 +55,11 @@ public:
     void Restore();
 
     long Count(MemberId member) const { return m_slots[member].calls; }
-    std::wstring LogText() const;
+    // From the call of that number on, the first since Clear being 0; those that are kept.
+    std::wstring LogText(long from = 0) const;
+    long Logged() const { return m_dropped + static_cast<long>(m_log.size()); }
+    // The members called since Clear, one a line: count, blank, member.
+    std::wstring CountsText() const;
     bool IsRecording() const { return m_recording; }
     void SetRecording(bool on) { m_recording = on; }
     void NoteReport(long code, std::wstring_view neuron);
@@ -95,6 +99,7 @@ private:
     std::set<std::wstring> m_silent;
     bool m_recording = true;
     std::deque<std::wstring> m_log;
+    long m_dropped = 0;  // calls that the log no longer holds
     std::wstring m_reports;
     std::wstring m_misuse;
 };

@@ -18,12 +18,6 @@ MemberId MemberOf(BSTR name) {
     return Calls::MemberOf(com::View(name));
 }
 
-com::Ptr<IOwnNetwork> OwnNetwork(INetwork* network) {
-    auto own = com::Ptr<INetwork>(network).As<IOwnNetwork>();
-    if (!own) Refuse(E_INVALIDARG, L"This is no network of the simulated host");
-    return own;
-}
-
 }  // namespace
 
 STDMETHODIMP Control::OpenNetwork(BSTR path, INetwork** network) {
@@ -106,6 +100,18 @@ STDMETHODIMP Control::Clear() {
 
 STDMETHODIMP Control::get_LiveObjects(long* objects) {
     return com::Gate(objects, [] { return LiveCount::Alive(); });
+}
+
+STDMETHODIMP Control::get_Logged(long* calls) {
+    return com::Gate(calls, [] { return Calls::Process().Logged(); });
+}
+
+STDMETHODIMP Control::LogFrom(long call, BSTR* lines) {
+    return com::Gate(lines, [&] { return Calls::Process().LogText(call); });
+}
+
+STDMETHODIMP Control::get_Counts(BSTR* lines) {
+    return com::Gate(lines, [] { return Calls::Process().CountsText(); });
 }
 
 }  // namespace quorvex

@@ -30,6 +30,20 @@ public:
     STDMETHODIMP get_Misuse(BSTR* lines) override;
     STDMETHODIMP Clear() override;
     STDMETHODIMP get_LiveObjects(long* objects) override;
+    STDMETHODIMP Advance(INetwork* network, long milliseconds) override;
+    STDMETHODIMP Plug(INetwork* network, BSTR neuron, VARIANT_BOOL in) override;
+    STDMETHODIMP SetInput(INetwork* network, BSTR neuron, long index, VARIANT_BOOL on) override;
+    STDMETHODIMP SetApplicationStatus(INetwork* network, BSTR neuron,
+                                      unsigned char status) override;
+    STDMETHODIMP SetAnalog(INetwork* network, BSTR neuron, VARIANT counts) override;
+    STDMETHODIMP CalibrationSwitch(INetwork* network, BSTR neuron, VARIANT_BOOL high) override;
+    STDMETHODIMP RoomTemperature(INetwork* network, BSTR neuron, double celsius) override;
+    STDMETHODIMP Room(INetwork* network, BSTR neuron, BSTR* state, long* status, long* inputs,
+                      long* counts, VARIANT_BOOL* countsFixed, VARIANT_BOOL* switchHigh,
+                      double* volts, double* celsius) override;
+    STDMETHODIMP get_Logged(long* calls) override;
+    STDMETHODIMP LogFrom(long call, BSTR* lines) override;
+    STDMETHODIMP get_Counts(BSTR* lines) override;
 };
 
 }  // namespace quorvex

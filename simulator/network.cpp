@@ -17,6 +17,12 @@ std::wstring NeuronOf(IDevice* device) {
 
 }  // namespace
 
+com::Ptr<IOwnNetwork> OwnNetwork(INetwork* network) {
+    auto own = com::Ptr<INetwork>(network).As<IOwnNetwork>();
+    if (!own) Refuse(E_INVALIDARG, L"This is no network of the simulated host");
+    return own;
+}
+
 STDMETHODIMP Network::get_Name(BSTR* name) {
     return Answer(Id("INetwork.Name.get"), name, [&] { return m_model->name; });
 }

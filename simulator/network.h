@@ -26,6 +26,9 @@ protected:
     ~IOwnDevice() = default;
 };
 
+// The network as this host's own. Refuses (E_INVALIDARG) another's, and none.
+com::Ptr<IOwnNetwork> OwnNetwork(INetwork* network);
+
 }  // namespace quorvex
 
 __CRT_UUID_DECL(quorvex::IOwnNetwork, 0xB35270F2, 0x2B7E, 0x4C8B, 0x9A, 0x3F, 0xE1, 0x5A, 0x0C,

@@ -46,6 +46,13 @@ bool RoomController::AddFile(FileEntry entry) {
     return true;
 }
 
+FileEntry* RoomController::FindFile(long identifier) {
+    const auto found = std::find_if(m_files.begin(), m_files.end(), [&](const FileEntry& entry) {
+        return entry.identifier == identifier;
+    });
+    return found == m_files.end() ? nullptr : &*found;
+}
+
 bool RoomController::Answers() const {
     return IsPresent() && !Calls::Process().IsSilent(neuron);
 }

@@ -4,12 +4,14 @@
 
 #include <cstdint>
 #include <map>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <unordered_map>
 #include <vector>
 
 #include "catalogue/catalogue.h"
+#include "room_life.h"
 
 namespace quorvex {
 
@@ -83,6 +85,12 @@ struct Session {
     long winks = 0;
 };
 
+// What lives around the unit; made when it is first asked for.
+struct Surroundings {
+    RoomLife life;
+    AnalogInput analog;
+};
+
 class RoomController {
 public:
     std::wstring neuron;  // 12 hexadecimal digits, upper case
@@ -96,6 +104,8 @@ public:
     std::wstring deviceClass;
     std::uint8_t model = 0;
     Session session;
+    std::wstring stateWhenPlugged;  // before the plug was pulled
+    std::optional<Surroundings> surroundings;
 
     // Building it up; false when the identifier or index is taken.
     bool AddFile(FileEntry entry);
@@ -106,6 +116,8 @@ public:
     bool Answers() const;
 
     const std::vector<FileEntry>& Files() const { return m_files; }
+    // By the signed identifier, whether the device answers or not; nullptr when there is none.
+    FileEntry* FindFile(long identifier);
     PointTable& Points(PointKind kind) {
         return kind == PointKind::kVariable ? m_variables : m_properties;
     }

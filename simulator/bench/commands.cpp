@@ -21,6 +21,14 @@ constexpr Command kCommands[] = {
      L"go DEVICE online|softoffline|hardoffline|configured|unconfigured|applicationless|reset|wink",
      commands::Go},
     {L"notify", 3, 3, L"notify DEVICE name|status|xmiterr|point TEXT", commands::Notify},
+    {L"advance", 1, 1, L"advance MILLISECONDS", commands::Advance},
+    {L"plug", 2, 2, L"plug DEVICE in|out", commands::Plug},
+    {L"input", 3, 3, L"input DEVICE 1|2|3|4 on|off", commands::Input},
+    {L"status", 2, 2, L"status DEVICE NUMBER", commands::Status},
+    {L"analog", 2, 2, L"analog DEVICE COUNT|auto", commands::Analog},
+    {L"calibration", 2, 2, L"calibration DEVICE high|low", commands::Calibration},
+    {L"temperature", 2, 2, L"temperature DEVICE CELSIUS", commands::Temperature},
+    {L"window", 0, kMany, L"window [--for SECONDS] [DEVICE...]", commands::Window},
     {L"settings", 1, 3, L"settings clear | settings [SECTION] KEY VALUE", commands::Settings},
     {L"fail", 2, 4, L"fail MEMBER [NTH] [always] RESULT", commands::Fail},
     {L"delay", 2, 2, L"delay MEMBER MILLISECONDS", commands::Delay},
@@ -80,6 +88,12 @@ long ParseNumber(const std::wstring& word, long least) {
                       L" up"};
     }
     return number;
+}
+
+bool ParseSwitch(const std::wstring& word, std::wstring_view on, std::wstring_view off) {
+    if (word == on || word == off) return word == on;
+    throw Failure{L"\"" + word + L"\" is neither " + std::wstring(on) + L" nor " +
+                  std::wstring(off)};
 }
 
 std::wstring StateText(std::wstring_view state) {

@@ -15,6 +15,16 @@ void Set(Session& session, const Words& words);
 void Go(Session& session, const Words& words);
 void Notify(Session& session, const Words& words);
 
+// The rooms and the window
+void Advance(Session& session, const Words& words);
+void Plug(Session& session, const Words& words);
+void Input(Session& session, const Words& words);
+void Status(Session& session, const Words& words);
+void Analog(Session& session, const Words& words);
+void Calibration(Session& session, const Words& words);
+void Temperature(Session& session, const Words& words);
+void Window(Session& session, const Words& words);
+
 // The host and the bench itself
 void Settings(Session& session, const Words& words);
 void Fail(Session& session, const Words& words);
@@ -34,6 +44,7 @@ void Fails(Session& session, const Words& words);
 // Readings that several groups use; each throws Failure.
 HRESULT ParseCode(const std::wstring& word);             // one to eight hexadecimal digits
 long ParseNumber(const std::wstring& word, long least);  // decimal, at least `least`
+bool ParseSwitch(const std::wstring& word, std::wstring_view on, std::wstring_view off);
 // "04 On Line": the two digits and what they mean; "Absent" for the empty text.
 std::wstring StateText(std::wstring_view state);
 

@@ -72,12 +72,10 @@ void Delay(Session& session, const Words& words) {
 }
 
 void Silence(Session& session, const Words& words) {
-    if (words[1] != L"on" && words[1] != L"off") {
-        throw Failure{L"\"" + words[1] + L"\" is neither on nor off"};
-    }
+    const bool on = ParseSwitch(words[1], L"on", L"off");
     const Room& room = session.GetHost().Find(words[0]);
-    com::Check(session.GetHost().Simulator().Silence(
-        com::Bstr(room.neuron).Get(), words[1] == L"on" ? VARIANT_TRUE : VARIANT_FALSE));
+    com::Check(session.GetHost().Simulator().Silence(com::Bstr(room.neuron).Get(),
+                                                     on ? VARIANT_TRUE : VARIANT_FALSE));
 }
 
 void Restore(Session& session, const Words&) {

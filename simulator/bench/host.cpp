@@ -75,12 +75,15 @@ void Host::AddRoom(const std::wstring& neuron, REFCLSID plugin) {
     com::Bstr name;
     com::Check(room.device->get_Name(name.Out()));
     room.name = name.Text();
-    room.events = EventSubscription(room.device.Get(), [this, neuron](auto event,
-                                                                      const auto& argument) {
-        m_events.push_back({std::wstring(event), neuron, argument, false});
-        Print(L"Event " + std::wstring(event) +
-              (argument.empty() ? L"" : L" \"" + argument + L"\"") + L" from " + NameOf(neuron));
-    });
+    room.events =
+        EventSubscription(room.device.Get(), [this, neuron](auto event, const auto& argument) {
+            m_events.push_back({std::wstring(event), neuron, argument, false});
+            const std::wstring line = L"Event " + std::wstring(event) +
+                                      (argument.empty() ? L"" : L" \"" + argument + L"\"") +
+                                      L" from " + NameOf(neuron);
+            Print(line);
+            if (m_listener) m_listener(line);
+        });
     m_rooms.push_back(std::move(room));
 }
 
@@ -127,11 +130,7 @@ std::vector<Report>& Host::Reports() {
     const auto lines = LinesOf(text);
     for (std::size_t i = m_reports.size(); i < lines.size(); ++i) {
         m_reports.push_back(ParseReport(lines[i]));
-        const Report& report = m_reports.back();
-        const auto meaning = ReportMeaning(report.code);
-        Print(L"Told the host: " + CodeText(report.code) +
-              (meaning.empty() ? L"" : L" (" + std::wstring(meaning) + L")") + L" for " +
-              NameOf(report.neuron));
+        Print(ReportText(*this, m_reports.back()));
     }
     return m_reports;
 }
@@ -149,6 +148,13 @@ long Host::Close() {
     long alive = 0;
     com::Check(m_simulator->get_LiveObjects(&alive));
     return alive;
+}
+
+std::wstring ReportText(const Host& host, const Report& report) {
+    const auto meaning = ReportMeaning(report.code);
+    return L"Told the host: " + CodeText(report.code) +
+           (meaning.empty() ? L"" : L" (" + std::wstring(meaning) + L")") + L" for " +
+           host.NameOf(report.neuron);
 }
 
 std::wstring FullPath(const std::wstring& file) {

@@ -2,6 +2,8 @@
 // its room controllers.
 #pragma once
 
+#include <functional>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -20,6 +22,18 @@ struct Room {
     std::wstring name;
     com::Ptr<IDevice> device;
     EventSubscription events;
+};
+
+// How a room unit and its room are now.
+struct RoomNow {
+    std::wstring state;  // two digits; empty: absent
+    long status = 0;
+    long inputs = 0;  // a bit each, the lowest is the first
+    long counts = 0;
+    bool countsFixed = false;
+    bool switchHigh = false;
+    double volts = 0;
+    double celsius = 0;
 };
 
 struct Event {
@@ -51,10 +65,27 @@ public:
 
     ISimulator& Simulator() { return *m_simulator; }
     void Save(const std::wstring& file);
+    std::wstring NetworkName() const;
+
+    // What an operator does in a room, and what time does in all of them.
+    void Advance(long milliseconds);
+    // The device is told that its status changed.
+    void Plug(const Room& room, bool in);
+    void SetInput(const Room& room, long index, bool on);
+    void SetApplicationStatus(const Room& room, unsigned char status);
+    void SetAnalog(const Room& room, std::optional<std::int16_t> counts);
+    void SetCalibrationSwitch(const Room& room, bool high);
+    void SetTemperature(const Room& room, double celsius);
+    RoomNow Now(const Room& room) const;
+
     // The folder of the module that serves the rooms' devices.
     std::wstring PluginFolder() const;
 
     std::vector<Event>& Events() { return m_events; }
+    // Also shows every event to the listener, as the line that is printed.
+    void SetListener(std::function<void(const std::wstring& line)> listener) {
+        m_listener = std::move(listener);
+    }
     // All reports so far; those that came since the last call are printed.
     std::vector<Report>& Reports();
     // Misuse that the host has recorded so far, one a line; empty: none.
@@ -71,7 +102,11 @@ private:
     std::vector<Room> m_rooms;
     std::vector<Event> m_events;
     std::vector<Report> m_reports;
+    std::function<void(const std::wstring&)> m_listener;
 };
+
+// What is printed of a report.
+std::wstring ReportText(const Host& host, const Report& report);
 
 // The full path of a file named on the command line or in a script.
 std::wstring FullPath(const std::wstring& file);

@@ -5,6 +5,7 @@
 #include "com/module.h"
 #include "session.h"
 #include "text.h"
+#include "window.h"
 
 namespace quorvex::bench {
 namespace {
@@ -12,11 +13,12 @@ namespace {
 constexpr int kFailed = 1;
 constexpr int kUsage = 2;
 constexpr std::wstring_view kUsageText =
-    L"usage: bench [--network FILE] [--save] [--class PROGID] COMMAND... [-- COMMAND...]...\n"
+    L"usage: bench [--network FILE] [--save] [--class PROGID] [COMMAND... [-- COMMAND...]...]\n"
     L"  --network FILE   the network to open; default: networks\\room.json beside the program, or\n"
     L"                   simulator\\networks\\room.json in a folder above it\n"
     L"  --save           write the network file back at the end, when all went well\n"
     L"  --class PROGID   the plug-in's device class; default: Quillon.CDevice\n"
+    L"Without a command, where there is a display, the window opens.\n"
     L"Commands (a device is named by its Neuron ID or its name; \"--\" separates commands):";
 
 struct Options {
@@ -49,6 +51,10 @@ Options ParseOptions(const Words& arguments) {
         } else {
             throw UsageTrouble{arguments[i] + L" is no option"};
         }
+    }
+    if (i == arguments.size() && HasDisplay()) {
+        options.commands.push_back({L"window"});
+        return options;
     }
     Words command;
     for (; i <= arguments.size(); ++i) {

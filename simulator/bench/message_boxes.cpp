@@ -126,7 +126,7 @@ LRESULT CALLBACK MessageBoxes::OnMessage(HWND window, UINT message, WPARAM wPara
 // read when its own message loop runs.
 void MessageBoxes::OnActivate(HWND window) {
     const bool known = std::find(m_open.begin(), m_open.end(), window) != m_open.end();
-    if (known || ClassOf(window) != L"#32770") return;
+    if (m_attended || known || ClassOf(window) != L"#32770") return;
     m_open.push_back(window);
     PostMessageW(m_window, kAnswerBox, reinterpret_cast<WPARAM>(window), 0);
 }

@@ -32,6 +32,9 @@ public:
     MessageBoxes& operator=(const MessageBoxes&) = delete;
     ~MessageBoxes();
 
+    // While a person is there, boxes are left to that person, and not remembered.
+    void SetAttended(bool attended) { m_attended = attended; }
+
     void Queue(int button) { m_answers.push_back(button); }
     std::size_t Queued() const { return m_answers.size(); }
     std::vector<Box>& Seen() { return m_boxes; }
@@ -43,6 +46,7 @@ private:
     void OnDestroy(HWND window);
     void AnswerBox(HWND window);
 
+    bool m_attended = false;
     HHOOK m_hook = nullptr;
     HWND m_window = nullptr;  // gets posted to itself which box to answer
     std::deque<int> m_answers;

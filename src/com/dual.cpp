@@ -119,7 +119,8 @@ bool IsFraction(const VARIANT& argument) {
     }
 }
 
-HRESULT Convert(const VARIANT& from, VARTYPE type, Variant& to) {
+HRESULT Convert(const VARIANT& given, VARTYPE type, Variant& to) {
+    const VARIANT& from = given.vt == (VT_BYREF | VT_VARIANT) ? *given.pvarVal : given;
     // An empty variable given for an object or a text is "none", not a failure.
     if (type == VT_DISPATCH && (from.vt == VT_EMPTY || from.vt == VT_NULL)) {
         to = Variant(static_cast<IDispatch*>(nullptr));
@@ -151,7 +152,11 @@ bool Substituted(const FunctionDescription& function, UINT position, const VARIA
     if (type == VT_EMPTY) return false;
     const auto iid = function.InOutInterface(position);
     if (!iid && IsTypedReference(argument, type)) return false;
-    if (argument.vt == (VT_BYREF | VT_VARIANT)) substitute.original = argument.pvarVal;
+    // What the member writes could not be given back to a variable of another type.
+    const bool variable = argument.vt == (VT_BYREF | VT_VARIANT);
+    if ((argument.vt & VT_BYREF) && !variable && !IsTypedReference(argument, type))
+        throw Error(DISP_E_TYPEMISMATCH);
+    if (variable) substitute.original = argument.pvarVal;
     if (iid && argument.vt == (VT_BYREF | VT_DISPATCH)) substitute.object = argument.ppdispVal;
     const HRESULT converted = iid ? ConvertObject(argument, *iid, substitute.value)
                                   : Convert(argument, type, substitute.value);

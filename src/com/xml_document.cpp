@@ -27,17 +27,39 @@ std::wstring SystemText(HRESULT result) {
     return message.empty() ? L"The file cannot be read." : message;
 }
 
-HRESULT OpenStream(const std::wstring& path, Ptr<IStream>& stream) {
-    WIN32_FILE_ATTRIBUTE_DATA file{};
-    if (!GetFileAttributesExW(path.c_str(), GetFileExInfoStandard, &file))
+class FileHandle {
+public:
+    explicit FileHandle(const std::wstring& path)
+        : m_handle(CreateFileW(path.c_str(), GENERIC_READ, FILE_SHARE_READ, nullptr, OPEN_EXISTING,
+                               FILE_FLAG_SEQUENTIAL_SCAN, nullptr)) {}
+    FileHandle(const FileHandle&) = delete;
+    FileHandle& operator=(const FileHandle&) = delete;
+    ~FileHandle() {
+        if (IsOpen()) CloseHandle(m_handle);
+    }
+    bool IsOpen() const { return m_handle != INVALID_HANDLE_VALUE; }
+    HANDLE Get() const { return m_handle; }
+
+private:
+    HANDLE m_handle;
+};
+
+// The whole file as an array of bytes.
+HRESULT ReadBytes(const std::wstring& path, Variant& bytes) {
+    const FileHandle file(path);
+    LARGE_INTEGER size{};
+    if (!file.IsOpen() || !GetFileSizeEx(file.Get(), &size))
         return HRESULT_FROM_WIN32(GetLastError());
-    if (file.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY)
-        return HRESULT_FROM_WIN32(ERROR_ACCESS_DENIED);
-    const unsigned long long size =
-        (static_cast<unsigned long long>(file.nFileSizeHigh) << 32) | file.nFileSizeLow;
-    if (size > kLargestXmlFile) return HRESULT_FROM_WIN32(ERROR_FILE_TOO_LARGE);
-    return SHCreateStreamOnFileEx(path.c_str(), STGM_READ | STGM_SHARE_DENY_WRITE, 0, FALSE,
-                                  nullptr, stream.Out());
+    if (static_cast<unsigned long long>(size.QuadPart) > kLargestXmlFile)
+        return HRESULT_FROM_WIN32(ERROR_FILE_TOO_LARGE);
+    SAFEARRAY* array = SafeArrayCreateVector(VT_UI1, 0, static_cast<ULONG>(size.QuadPart));
+    if (!array) return E_OUTOFMEMORY;
+    bytes.vt = VT_ARRAY | VT_UI1;
+    bytes.parray = array;
+    DWORD read = 0;
+    if (!ReadFile(file.Get(), array->pvData, static_cast<DWORD>(size.QuadPart), &read, nullptr))
+        return HRESULT_FROM_WIN32(GetLastError());
+    return read == size.QuadPart ? S_OK : HRESULT_FROM_WIN32(ERROR_HANDLE_EOF);
 }
 
 XmlLoad ParseFault(IXMLDOMDocument2* document) {
@@ -93,14 +115,12 @@ Ptr<IXMLDOMDocument2> NewXmlDocument() {
 }
 
 XmlLoad LoadXmlFile(IXMLDOMDocument2* document, const std::wstring& path) {
-    Ptr<IStream> stream;
-    // A stream is opened here because the DOM itself would take a path for a URL: unescape "%20" in
-    // it, or fetch "http:".
-    if (const HRESULT opened = OpenStream(path, stream); FAILED(opened))
-        return {false, SystemText(opened), {}};
+    // The bytes are read here because the DOM itself would take a path for a URL: unescape "%20" in
+    // it, or fetch "http:". Not a stream: a DOM that gathers one piece by piece needs time that
+    // grows with the square of the size.
     Variant source;
-    source.vt = VT_UNKNOWN;
-    source.punkVal = stream.Detach();
+    if (const HRESULT read = ReadBytes(path, source); FAILED(read))
+        return {false, SystemText(read), {}};
     VARIANT_BOOL succeeded = VARIANT_FALSE;
     const HRESULT loaded = document->load(source, &succeeded);
     if (FAILED(loaded)) return {false, SystemText(loaded), {}};
@@ -110,8 +130,16 @@ XmlLoad LoadXmlFile(IXMLDOMDocument2* document, const std::wstring& path) {
     return {true, {}, {}};
 }
 
+// A name in the same folder that no file has yet.
+std::wstring NameBeside(const std::wstring& path) {
+    std::wstring name = path + L".new";
+    for (int number = 1; GetFileAttributesW(name.c_str()) != INVALID_FILE_ATTRIBUTES; ++number)
+        name = path + L".new" + std::to_wstring(number);
+    return name;
+}
+
 void SaveXmlFile(IXMLDOMDocument2* document, const std::wstring& path) {
-    const std::wstring beside = path + L".new";
+    const std::wstring beside = NameBeside(path);
     HRESULT saved = path.empty() ? E_INVALIDARG : WriteDocument(document, beside);
     if (SUCCEEDED(saved) && !MoveFileExW(beside.c_str(), path.c_str(),
                                          MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH))

@@ -29,7 +29,7 @@ HBITMAP LoadGif(int resource) {
         GlobalFree(memory);
         return nullptr;
     }
-    if (FAILED(OleLoadPicture(stream.Get(), static_cast<LONG>(size), TRUE, __uuidof(IPicture),
+    if (FAILED(OleLoadPicture(stream.Get(), static_cast<LONG>(size), FALSE, __uuidof(IPicture),
                               picture.OutVoid())) ||
         FAILED(picture->get_Handle(&handle)))
         return nullptr;
@@ -79,6 +79,12 @@ bool frmVantorSplash::OnInit() {
     if (m_picture) {
         SendMessageW(Item(IDC_IMAGE1), STM_SETIMAGE, IMAGE_BITMAP,
                      reinterpret_cast<LPARAM>(m_picture));
+        const auto shown = reinterpret_cast<HBITMAP>(
+            SendMessageW(Item(IDC_IMAGE1), STM_GETIMAGE, IMAGE_BITMAP, 0));
+        if (shown && shown != m_picture) {
+            DeleteObject(m_picture);
+            m_picture = shown;
+        }
         const SIZE size = SizeOf(m_picture);
         RECT frame{0, 0, size.cx, size.cy};
         AdjustWindowRectEx(&frame, WS_POPUP | WS_BORDER, FALSE, 0);

@@ -88,14 +88,16 @@ void CProfile::ReadList(IXMLDOMNode* document, com::Ptr<List>& list, const wchar
     if (list) return;
     const com::Ptr<IXMLDOMNode> container = com::FindNode(document, path);
     if (!container) return;
+    com::Ptr<List> own;
     com::Ptr<IXMLDOMNode> child;
     HRESULT got = container->get_firstChild(child.Out());
     while (got == S_OK && child) {
         if (!IsComment(child.Get())) {
             ui::PumpMessages();
-            if (!list) list = com::Make<List>();
-            const com::Ptr<List> held = list;
-            held->Add(com::LocalName(child.Get()), child.Get(), catalogue.Get());
+            if (!list && !own) list = own = com::Make<List>();
+            // A load started from inside the messages has read the list.
+            if (list.Get() != own.Get()) return;
+            own->Add(com::LocalName(child.Get()), child.Get(), catalogue.Get());
         }
         com::Ptr<IXMLDOMNode> next;
         got = child->get_nextSibling(next.Out());

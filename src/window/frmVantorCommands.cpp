@@ -103,6 +103,7 @@ void frmVantor::ShowApplicationMenu(bool show) {
     const HMENU action = GetSubMenu(GetMenu(Handle()), kActionMenu);
     VARIANT_BOOL display = VARIANT_FALSE;
     com::Quietly([&] { com::Check(m_deviceEx->get_DisplayDownloadAvailable(&display)); });
+    if (!IsOpen()) return;
     // From the end, so that the places in front stay.
     if (!show) DeleteMenu(action, kBreakEntry, MF_BYPOSITION);
     if (display == VARIANT_FALSE) DeleteMenu(action, kDisplayEntry, MF_BYPOSITION);
@@ -212,18 +213,23 @@ void frmVantor::RefreshPoint(const std::wstring& text) {
     const bool property = text.starts_with(kCpPrefix);
     const bool prefixed = property || text.starts_with(kNvPrefix);
     const std::wstring key = prefixed ? ItemKey(text) : text;
-    for (const auto& [control, list] : m_listOf) {
+    std::vector<RowList*> lists;
+    for (const auto& [control, list] : m_listOf) lists.push_back(list);
+    for (RowList* list : lists) {
         for (const std::wstring_view prefix : {kNvPrefix, kCpPrefix}) {
             if (prefixed && (prefix == kCpPrefix) != property) continue;
-            const auto place = list->PlaceOf(std::wstring(prefix) + key);
-            if (!place) continue;
+            const std::wstring rowKey = std::wstring(prefix) + key;
+            if (!list->PlaceOf(rowKey)) continue;
             com::Quietly([&] {
                 com::Ptr<IDispatch> points;
-                com::Check(prefix == kCpPrefix ? m_device->get_ConfigProperties(points.Out())
-                                               : m_device->get_NetworkVariables(points.Out()));
+                const auto device = m_device;
+                com::Check(prefix == kCpPrefix ? device->get_ConfigProperties(points.Out())
+                                               : device->get_NetworkVariables(points.Out()));
                 const auto point = FindPoint(points.Get(), com::Variant(key));
                 const LiveReading reading = ReadLivePoint(point.Get(), [] {});
-                if (IsOpen() && !reading.silent) list->SetValue(*place, reading.text);
+                if (!IsOpen() || reading.silent) return;
+                for (std::size_t place = 0; place < list->Rows().size(); ++place)
+                    if (list->Rows()[place].key == rowKey) list->SetValue(place, reading.text);
             });
             if (!IsOpen()) return;
         }

@@ -26,7 +26,8 @@ const wchar_t* const kInstructions =
 const wchar_t* const kSettings = L"Settings";
 
 template <class Device, class I>
-std::wstring TextOf(const com::Ptr<Device>& device, HRESULT (STDMETHODCALLTYPE I::*member)(BSTR*)) {
+std::wstring TextOf(com::Ptr<Device> device, HRESULT (STDMETHODCALLTYPE I::*member)(BSTR*)) {
+    if (!device) throw com::Error(E_POINTER);
     com::Bstr text;
     com::Check((device.Get()->*member)(text.Out()));
     return text.Text();
@@ -54,12 +55,15 @@ void frmVantor::LoadSteps() {
         if (const auto name = SettingsFileName(TextOf(m_device, &IDevice::get_PollingPID)))
             m_settingsPath = com::ModuleFolder() + L"\\" + *name;
     });
+    if (!IsOpen()) return;
     if (Process().settingsPath.empty()) Process().settingsPath = m_settingsPath;
     m_htmlHelp = ReadSetting(kSettings, L"HtmlHelp");
     FillTabs(ShowsHardware(ReadSetting(kSettings, L"DisplayHW")));
     VARIANT_BOOL available = VARIANT_FALSE;
     com::Quietly([&] { com::Check(m_deviceEx->get_ApplDownloadAvailable(&available)); });
+    if (!IsOpen()) return;
     ShowApplicationMenu(available != VARIANT_FALSE);
+    if (!IsOpen()) return;
     for (const auto& [control, list] : m_listOf) list->SetImages(m_ilSmall);
     m_icon = LoadOwnIcon(L"Vantor");
     m_failureIcon = LoadOwnIcon(L"VantorERROR");
@@ -74,9 +78,11 @@ void frmVantor::LoadSteps() {
     ShowGeneralData();
     PageAt(kTabCalibration).SetItemText(IDC_LBLISTRUZIONI, kInstructions);
     SSCalibrations_Click();
+    if (!IsOpen()) return;
     StartTimer(Timer::kTimer1, kOutputInterval);
     RefreshName();
     RefreshState();
+    if (!IsOpen()) return;
     SelectTab(kTabMain);
     SetFocus(Item(IDC_SSTAB1));
 }
@@ -173,6 +179,7 @@ void frmVantor::SSCalibrations_Click() {
     const auto word = [&](int id, HRESULT (STDMETHODCALLTYPE _CDevice::*member)(short*)) {
         com::Quietly([&] {
             short value = 0;
+            if (!m_object) return;
             com::Check((m_object.Get()->*member)(&value));
             PageAt(kTabCalibration).SetItemText(id, std::to_wstring(value));
         });
@@ -194,6 +201,7 @@ void frmVantor::RefreshState() {
         if (const auto number = StateNumber(TextOf(m_device, &IDevice::get_State)))
             m_stateNumber = *number;
     });
+    if (!IsOpen()) return;
     m_stateView = ViewOfState(m_stateNumber, [](int index) { return GetSysColor(index); });
     if (m_stateBrush) DeleteObject(m_stateBrush);
     m_stateBrush = CreateSolidBrush(m_stateView.color);

@@ -39,6 +39,7 @@ void frmVantor::Tick(Timer timer) {
     const std::size_t place = PlaceOf(static_cast<int>(timer));
     if (place >= kTimers || m_ticking[place] || !m_device) return;
     m_ticking[place] = true;
+    const com::Ptr<CDevice> hold = m_object;
     com::Quietly([&] {
         switch (timer) {
             case Timer::kTmrPolling:
@@ -104,7 +105,8 @@ void frmVantor::OnTmrNvs() {
     m_monitorRow = NextRow(m_monitorRow, count);
     if (count == 0) return;
     const auto row = static_cast<std::size_t>(m_monitorRow) - 1;
-    const std::wstring key = ItemKey(m_lvMonitor.Rows()[row].key);
+    const std::wstring rowKey = m_lvMonitor.Rows()[row].key;
+    const std::wstring key = ItemKey(rowKey);
     const com::Ptr<IDispatch> point = FindPoint(NetworkVariables().Get(), com::Variant(key));
     const LiveReading reading = ReadLivePoint(point.Get(), [&] { Thaw(); });
     if (!IsOpen()) return;
@@ -112,6 +114,7 @@ void frmVantor::OnTmrNvs() {
         SetFreeze(true);
         return;
     }
+    if (row >= m_lvMonitor.Rows().size() || m_lvMonitor.Rows()[row].key != rowKey) return;
     m_lvMonitor.SetValue(row, reading.text);
     if (row < m_monitorAge.size() && m_monitorAge[row].Read()) m_lvMonitor.SetStale(row, false);
 }

@@ -1,0 +1,17 @@
+// How much memory this process holds.
+#pragma once
+
+#include <cstddef>
+
+namespace quillon::benchmarks {
+
+struct Memory {
+    std::size_t heapBytes = 0;   // of the blocks in use in all heaps
+    std::size_t heapBlocks = 0;  // how many these are
+    std::size_t privateBytes = 0;
+};
+
+// Throws com::Error when a heap cannot be walked.
+Memory MemoryInUse();
+
+}  // namespace quillon::benchmarks

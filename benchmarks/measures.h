@@ -1,0 +1,23 @@
+// The measures, each of which adds its rows to the table. They throw std::exception when they
+// cannot be taken, above all when the two sides turn out not to have done the same work.
+#pragma once
+
+#include "session.h"
+#include "table.h"
+
+namespace quillon::benchmarks {
+
+// A member that CDevice hands on, called directly and by dispatch, against the host's device.
+void MeasureForwarding(const Session& session, Table& table);
+// Loading an application file, against the parser and one visit of the nodes; and how it grows.
+void MeasureProfile(const Session& session, Table& table);
+// Saving the application of a device, against the same reads and the same document.
+void MeasureExport(const Session& session, Table& table);
+// Writing configuration values in a download, against the same look-ups and writes.
+void MeasureDownload(const Session& session, Table& table);
+// Memory held after many rounds of loading and letting go.
+void MeasureMemory(const Session& session, Table& table);
+// Size and imports of the DLL.
+void MeasureModuleFile(const Session& session, Table& table);
+
+}  // namespace quillon::benchmarks

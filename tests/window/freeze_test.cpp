@@ -1,0 +1,287 @@
+// Resting while the device does not answer, and waking when it does.
+#include "plugin/process_state.h"
+#include "window/window_test.h"
+
+namespace quillon::test {
+namespace {
+
+class Freezing : public WindowTest {
+protected:
+    static void Tick(const Window& window, int times = 1) {
+        for (int tick = 0; tick < times; ++tick) window->Tick(Timer::kTmrPolling);
+    }
+    static void ExpectFrozen(const Window& window, bool frozen) {
+        EXPECT_EQ(IsWindowEnabled(window->Item(IDC_SSTAB1)) != FALSE, !frozen);
+        for (int tab = 0; tab < kTabCount; ++tab)
+            EXPECT_EQ(IsWindowEnabled(window->PageWindow(tab)) != FALSE, !frozen) << tab;
+        EXPECT_EQ(ActionMenuEnabled(*window), !frozen);
+    }
+    static std::wstring Label(const Window& window, int index) {
+        return PageText(*window, kTabMain, IDC_LBLNV_FIRST + index);
+    }
+    static void TellStatus(const com::Ptr<CDevice>& device) {
+        com::Bstr status(L"04");
+        long reason = 0;
+        EXPECT_EQ(device.As<IDevice>()->ChangedStatus(status.InOut(), &reason), S_OK);
+    }
+};
+
+TEST_F(Freezing, QuestionMarkDisablesTabsPagesAndActionMenu) {
+    const Window window = Open();
+    ExpectFrozen(window, false);
+    Tick(window);
+    const std::wstring shown = Label(window, 0);
+    Host().Silence(kLeft, true);
+    Tick(window, 5);
+    EXPECT_TRUE(window->Freeze());
+    ExpectFrozen(window, true);
+    EXPECT_EQ(Label(window, 0), shown);
+    EXPECT_EQ(Label(window, 1), L"");
+}
+
+TEST_F(Freezing, LongerTextWithAQuestionMarkIsAValue) {
+    const Window window = Open();
+    for (const wchar_t* text : {L"?? ", L" ?", L"", L"\uFF1F"}) {
+        Host().Answer(L"Point.Value.get", text);
+        Tick(window);
+        EXPECT_FALSE(window->Freeze());
+    }
+    ExpectFrozen(window, false);
+}
+
+TEST_F(Freezing, SilentTickDoesNotAdvanceTheMainView) {
+    const Window window = Open();
+    Host().Silence(kLeft, true);
+    Tick(window, 2);
+    EXPECT_EQ(Only(Host().Log(), L"Points.Item"),
+              (Lines{L"Points.Item(\"1\")", L"Points.Item(\"1\")"}));
+    EXPECT_EQ(Host().Count(L"Point.SNVType.get"), 0);
+}
+
+TEST_F(Freezing, TestListFreezesToo) {
+    const Window window = Open();
+    window->SelectTab(kTabTest);
+    Host().Silence(kLeft, true);
+    window->Tick(Timer::kTmrNvs);
+    ExpectFrozen(window, true);
+}
+
+TEST_F(Freezing, FocusLeavesThePageFirst) {
+    const Window window = Open();
+    window->SelectTab(kTabTest);
+    SetFocus(PageItem(*window, kTabTest, IDC_LVMONITOR));
+    ASSERT_EQ(GetFocus(), PageItem(*window, kTabTest, IDC_LVMONITOR));
+    window->SetFreeze(true);
+    EXPECT_EQ(GetFocus(), window->Handle());
+    window->SetFreeze(false);
+    EXPECT_EQ(GetFocus(), window->Item(IDC_SSTAB1));
+}
+
+TEST_F(Freezing, FocusElsewhereIsLeftAlone) {
+    const Window left = Open();
+    const Window right = Open(kRight);
+    SetFocus(right->Item(IDC_SSTAB1));
+    left->SetFreeze(true);
+    EXPECT_EQ(GetFocus(), right->Item(IDC_SSTAB1));
+    left->SetFreeze(false);
+    EXPECT_EQ(GetFocus(), right->Item(IDC_SSTAB1));
+}
+
+TEST_F(Freezing, NextGoodReadThaws) {
+    const Window window = Open();
+    Host().Silence(kLeft, true);
+    Tick(window);
+    Host().Silence(kLeft, false);
+    Tick(window);
+    EXPECT_FALSE(window->Freeze());
+    ExpectFrozen(window, false);
+    EXPECT_NE(Label(window, 0), L"");
+}
+
+TEST_F(Freezing, GoodReadThatFailsLaterStillThaws) {
+    const Window window = Open();
+    window->SetFreeze(true);
+    Host().Fail(L"Point.SNVType.get");
+    Tick(window);
+    EXPECT_FALSE(window->Freeze());
+    ExpectFrozen(window, false);
+}
+
+TEST_F(Freezing, ChangedStatusThaws) {
+    const auto device = MakeDevice();
+    const Window window = ShowFocus(device);
+    Host().Silence(kLeft, true);
+    Tick(window);
+    ExpectFrozen(window, true);
+    TellStatus(device);
+    EXPECT_FALSE(window->Freeze());
+    ExpectFrozen(window, false);
+}
+
+TEST_F(Freezing, ListHardwareAndStatusTimersRest) {
+    const Window window = Open();
+    window->SetFreeze(true);
+    Host().Clear();
+    for (const Timer timer : {Timer::kTmrNvs, Timer::kTmrHw, Timer::kTmrAppStatus})
+        window->Tick(timer);
+    EXPECT_EQ(Host().Log(), Lines());
+    window->Tick(Timer::kTimer1);
+    EXPECT_GT(Host().Count(L"IDevice.Files.get"), 0) << "the outputs are still read";
+}
+
+TEST_F(Freezing, LoadingClearsTheFlag) {
+    const Window left = Open();
+    left->SetFreeze(true);
+    const Window right = Open(kRight);
+    EXPECT_FALSE(right->Freeze());
+    ExpectFrozen(right, false);
+    ExpectFrozen(left, true);
+}
+
+TEST_F(Freezing, OnlyTheWindowOfTheSilentDeviceIsDisabled) {
+    const Window left = Open();
+    const Window right = Open(kRight);
+    Host().Silence(kLeft, true);
+    Tick(left);
+    ExpectFrozen(left, true);
+    ExpectFrozen(right, false);
+}
+
+TEST_F(Freezing, GoodReadOfAnotherWindowClearsTheFlagButThisWindowStaysDisabled) {
+    const Window left = Open();
+    const Window right = Open(kRight);
+    Host().Silence(kLeft, true);
+    Tick(left);
+    Tick(right);
+    EXPECT_FALSE(left->Freeze());
+    ExpectFrozen(left, true);
+    Host().Silence(kLeft, false);
+    Tick(left);
+    ExpectFrozen(left, false);
+}
+
+TEST_F(Freezing, ChangedStatusOfOneDeviceThawsItsWindowAlone) {
+    const auto leftDevice = MakeDevice(kLeft);
+    const auto rightDevice = MakeDevice(kRight);
+    const Window left = ShowFocus(leftDevice);
+    const Window right = ShowFocus(rightDevice);
+    Host().Silence(kLeft, true);
+    Host().Silence(kRight, true);
+    Tick(left);
+    Tick(right);
+    TellStatus(leftDevice);
+    ExpectFrozen(left, false);
+    ExpectFrozen(right, true);
+}
+
+class FreezingByState : public Freezing,
+                        public ::testing::WithParamInterface<std::pair<const char*, bool>> {};
+
+TEST_P(FreezingByState, MainViewRestsInSomeStatesOnly) {
+    const auto& [state, rests] = GetParam();
+    const Window window = [&] {
+        Host().Answer(L"IDevice.State.get", Wide(state));
+        return Open();
+    }();
+    window->SetFreeze(true);
+    Host().Clear();
+    Tick(window, 3);
+    EXPECT_EQ(Host().Log().empty(), rests);
+    EXPECT_EQ(window->Freeze(), rests);
+    window->SetFreeze(false);
+    Host().Clear();
+    Tick(window);
+    EXPECT_FALSE(Host().Log().empty()) << "in any state while it is not frozen";
+}
+
+INSTANTIATE_TEST_SUITE_P(States, FreezingByState,
+                         ::testing::Values(std::pair{"", true}, std::pair{"03", true},
+                                           std::pair{"06", true}, std::pair{"02", false},
+                                           std::pair{"04", false}, std::pair{"0C", false},
+                                           std::pair{"8C", false}, std::pair{"FFFF", true},
+                                           std::pair{"13", false}));
+
+TEST_F(Freezing, WindowInAnyStateIsThawedByItsStatusChange) {
+    for (const wchar_t* state : {L"", L"03", L"06", L"04", L"0C"}) {
+        Host().Answer(L"IDevice.State.get", state);
+        const auto device = MakeDevice();
+        const Window window = ShowFocus(device);
+        window->SetFreeze(true);
+        TellStatus(device);
+        ExpectFrozen(window, false);
+        window->Unload();
+    }
+}
+
+// ---- old values
+
+class OldValues : public Freezing {
+protected:
+    static bool LabelGreyed(const Window& window, int index) {
+        const HWND label = PageItem(*window, kTabMain, IDC_LBLNV_FIRST + index);
+        const HDC context = GetDC(label);
+        SetTextColor(context, RGB(1, 2, 3));
+        SendMessageW(GetParent(label), WM_CTLCOLORSTATIC, reinterpret_cast<WPARAM>(context),
+                     reinterpret_cast<LPARAM>(label));
+        const bool greyed = GetTextColor(context) == GetSysColor(COLOR_GRAYTEXT);
+        ReleaseDC(label, context);
+        return greyed;
+    }
+    static bool RowGreyed(const Window& window, int row) {
+        return ValueColor(PageItem(*window, kTabTest, IDC_LVMONITOR), row) ==
+               GetSysColor(COLOR_GRAYTEXT);
+    }
+};
+
+TEST_F(OldValues, GreyAfterFifteenSilentIntervalsTextsUnchanged) {
+    const Window window = Open();
+    Tick(window, 5);
+    const std::wstring shown = Label(window, 0);
+    const auto rows = Rows(PageItem(*window, kTabTest, IDC_LVMONITOR));
+    Host().Silence(kLeft, true);
+    // The first silent tick only finds it out.
+    Tick(window, 1 + 14);
+    EXPECT_FALSE(LabelGreyed(window, 0));
+    EXPECT_FALSE(RowGreyed(window, 0));
+    Tick(window);
+    for (int label = 0; label < 5; ++label) EXPECT_TRUE(LabelGreyed(window, label)) << label;
+    for (int row = 0; row < 3; ++row) EXPECT_TRUE(RowGreyed(window, row)) << row;
+    EXPECT_EQ(Label(window, 0), shown);
+    EXPECT_EQ(Rows(PageItem(*window, kTabTest, IDC_LVMONITOR)), rows);
+}
+
+TEST_F(OldValues, EachValueIsShownAsUsualAgainWhenItIsRead) {
+    const Window window = Open();
+    Host().Silence(kLeft, true);
+    Tick(window, 20);
+    Host().Silence(kLeft, false);
+    Tick(window);
+    EXPECT_FALSE(LabelGreyed(window, 0));
+    EXPECT_TRUE(LabelGreyed(window, 1));
+    Tick(window, 4);
+    for (int label = 0; label < 5; ++label) EXPECT_FALSE(LabelGreyed(window, label)) << label;
+    EXPECT_TRUE(RowGreyed(window, 0));
+    window->Tick(Timer::kTmrNvs);
+    EXPECT_FALSE(RowGreyed(window, 0));
+    EXPECT_TRUE(RowGreyed(window, 1));
+}
+
+TEST_F(OldValues, NothingGrowsOldWhileTheDeviceAnswers) {
+    const Window window = Open();
+    Tick(window, 100);
+    for (int label = 0; label < 6; ++label) EXPECT_FALSE(LabelGreyed(window, label)) << label;
+    for (int row = 0; row < 3; ++row) EXPECT_FALSE(RowGreyed(window, row)) << row;
+}
+
+TEST_F(OldValues, RestingTicksCountToo) {
+    Host().Answer(L"IDevice.State.get", L"06");
+    const Window window = Open();
+    window->SetFreeze(true);
+    Tick(window, 14);
+    EXPECT_FALSE(LabelGreyed(window, 2));
+    Tick(window);
+    EXPECT_TRUE(LabelGreyed(window, 2));
+}
+
+}  // namespace
+}  // namespace quillon::test

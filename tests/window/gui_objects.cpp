@@ -1,0 +1,88 @@
+#include "window/gui_objects.h"
+
+#include <windows.h>
+
+#include <cstdint>
+#include <string_view>
+
+namespace quillon::test {
+namespace {
+
+// Windows that the system makes for a thread, once, belong to nobody.
+bool IsSystemWindow(HWND window) {
+    wchar_t name[64] = {};
+    GetClassNameW(window, name, 64);
+    const std::wstring_view kind = name;
+    return kind == L"IME" || kind.starts_with(L"MSCTFIME") || kind.starts_with(L"Ole") ||
+           kind.starts_with(L"CicMarshal");
+}
+
+BOOL CALLBACK CountOne(HWND, LPARAM count) {
+    ++*reinterpret_cast<int*>(count);
+    return TRUE;
+}
+
+BOOL CALLBACK CountTree(HWND window, LPARAM count) {
+    if (IsSystemWindow(window)) return TRUE;
+    CountOne(window, count);
+    EnumChildWindows(window, CountOne, count);
+    return TRUE;
+}
+
+bool IsIcon(HICON icon) {
+    ICONINFO info{};
+    if (!GetIconInfo(icon, &info)) return false;
+    DeleteObject(info.hbmMask);
+    DeleteObject(info.hbmColor);
+    return true;
+}
+
+// Regions and window device contexts come and go with the system's own work.
+bool IsDrawingObject(HGDIOBJ object) {
+    switch (GetObjectType(object)) {
+        case OBJ_PEN:
+        case OBJ_BRUSH:
+        case OBJ_FONT:
+        case OBJ_BITMAP:
+        case OBJ_MEMDC:
+            return true;
+        default:
+            return false;
+    }
+}
+
+template <class Handle>
+Handle HandleOf(std::uintptr_t place) {
+    return reinterpret_cast<Handle>(place);
+}
+
+// Wine answers no counts, but takes a handle whose upper half is zero for the object at that place
+// of its table.
+void CountByHandle(GuiObjects& objects) {
+    for (std::uintptr_t place = 1; place <= 0xFFFF; ++place) {
+        if (IsDrawingObject(HandleOf<HGDIOBJ>(place))) ++objects.drawing;
+        if (place % 2 != 0) continue;
+        if (IsMenu(HandleOf<HMENU>(place))) ++objects.menus;
+        if (IsIcon(HandleOf<HICON>(place))) ++objects.icons;
+    }
+}
+
+}  // namespace
+
+GuiObjects CountGuiObjects() {
+    GuiObjects objects;
+    EnumThreadWindows(GetCurrentThreadId(), CountTree, reinterpret_cast<LPARAM>(&objects.windows));
+    objects.drawing = static_cast<int>(GetGuiResources(GetCurrentProcess(), GR_GDIOBJECTS));
+    if (objects.drawing != 0)
+        objects.menus = static_cast<int>(GetGuiResources(GetCurrentProcess(), GR_USEROBJECTS));
+    else
+        CountByHandle(objects);
+    return objects;
+}
+
+std::ostream& operator<<(std::ostream& out, const GuiObjects& objects) {
+    return out << objects.windows << " windows, " << objects.menus << " menus, " << objects.icons
+               << " icons, " << objects.drawing << " drawing objects";
+}
+
+}  // namespace quillon::test

@@ -1,0 +1,196 @@
+// Application export and download from the menu, with the platform's own file dialogs.
+#include "ui/file_dialog.h"
+#include "window/window_test.h"
+
+namespace quillon::test {
+namespace {
+
+// Answers the next file dialog: with a name, or by Cancel when it is empty. `before` runs first.
+class FileDialog {
+public:
+    explicit FileDialog(std::wstring name, std::function<void()> before = {})
+        : m_name(std::move(name)), m_before(std::move(before)) {
+        s_this = this;
+        m_timer = SetTimer(nullptr, 0, 20, OnTimer);
+    }
+    FileDialog(const FileDialog&) = delete;
+    FileDialog& operator=(const FileDialog&) = delete;
+    ~FileDialog() {
+        KillTimer(nullptr, m_timer);
+        s_this = nullptr;
+        EXPECT_TRUE(m_seen) << "no file dialog came up";
+    }
+    const std::wstring& Title() const { return m_title; }
+    const std::wstring& Proposed() const { return m_proposed; }
+
+private:
+    static constexpr int kFileName = 0x47C;
+
+    static BOOL CALLBACK OnWindow(HWND window, LPARAM found) {
+        if (!GetDlgItem(window, kFileName)) return TRUE;
+        *reinterpret_cast<HWND*>(found) = window;
+        return FALSE;
+    }
+    static void CALLBACK OnTimer(HWND, UINT, UINT_PTR timer, DWORD) {
+        HWND dialog = nullptr;
+        EnumThreadWindows(GetCurrentThreadId(), OnWindow, reinterpret_cast<LPARAM>(&dialog));
+        if (!dialog || !s_this) return;
+        KillTimer(nullptr, timer);
+        s_this->Answer(dialog);
+    }
+    void Answer(HWND dialog) {
+        m_seen = true;
+        m_title = WindowText(dialog);
+        m_proposed = WindowText(GetDlgItem(dialog, kFileName));
+        if (m_before) m_before();
+        if (!m_name.empty()) SetDlgItemTextW(dialog, kFileName, m_name.c_str());
+        PostMessageW(dialog, WM_COMMAND, static_cast<WPARAM>(m_name.empty() ? IDCANCEL : IDOK), 0);
+    }
+
+    static inline FileDialog* s_this = nullptr;
+    UINT_PTR m_timer = 0;
+    std::wstring m_name;
+    std::function<void()> m_before;
+    std::wstring m_title;
+    std::wstring m_proposed;
+    bool m_seen = false;
+};
+
+class Transfer : public WindowTest {
+protected:
+    void SetUp() override {
+        WindowTest::SetUp();
+        m_file = InFolder(Wide(ProgramId()) + L".app");
+        // What the system keeps after its first file dialogs is not counted.
+        static bool s_opened = false;
+        if (std::exchange(s_opened, true)) return;
+        for (const auto& name : {std::wstring(), InFolder(L"warm-up.app")}) {
+            const FileDialog dialog(name);
+            ui::AskSaveFile(nullptr, L"first", {L"All", L"*.*"}, L"first", L"app");
+        }
+        CountAgain();
+    }
+    void TearDown() override {
+        DeleteFileW(m_file.c_str());
+        WindowTest::TearDown();
+    }
+    const std::wstring& File() const { return m_file; }
+
+private:
+    std::wstring m_file;
+};
+
+TEST_F(Transfer, ExportWritesTheFileThatTheOperatorNames) {
+    const Window window = Open();
+    const FileDialog dialog(File());
+    Choose(*window, IDM_APPLICATION_SAVE);
+    EXPECT_EQ(dialog.Title(), L"Save Application to file...");
+    EXPECT_EQ(dialog.Proposed(), L"Left.app");
+    EXPECT_TRUE(FileExists(File()));
+    EXPECT_TRUE(ActionMenuEnabled(*window));
+}
+
+TEST_F(Transfer, ProposedNameIsOneThatAFileCanHave) {
+    Left()["displayName"] = "1/2: \"A\"";
+    const Window window = Open();
+    const FileDialog dialog({});
+    Choose(*window, IDM_APPLICATION_SAVE);
+    EXPECT_EQ(dialog.Proposed(), L"1_2_ _A_.app");
+}
+
+TEST_F(Transfer, CancelDoesNothing) {
+    const Window window = Open();
+    for (const int command : {IDM_APPLICATION_SAVE, IDM_APPLICATION_DOWNLOAD}) {
+        const FileDialog dialog({});
+        Choose(*window, command);
+        EXPECT_TRUE(ActionMenuEnabled(*window));
+    }
+    EXPECT_EQ(Host().Count(L"Point.RawValue.get"), 0);
+    EXPECT_EQ(Changes(Host().Log()), Lines());
+    EXPECT_EQ(Host().Reports(), Lines());
+}
+
+TEST_F(Transfer, ActionMenuRestsAndTheSameCommandIsLeftOutMeanwhile) {
+    const Window window = Open();
+    const FileDialog dialog(File());
+    bool enabled = true;
+    Host().Call(L"Point.Name.get", 1, [&] {
+        enabled = ActionMenuEnabled(*window);
+        Choose(*window, IDM_APPLICATION_SAVE);
+        Choose(*window, IDM_APPLICATION_DOWNLOAD);
+        window->Update();
+    });
+    Choose(*window, IDM_APPLICATION_SAVE);
+    EXPECT_FALSE(enabled);
+    EXPECT_TRUE(ActionMenuEnabled(*window));
+}
+
+TEST_F(Transfer, FrozenWindowStaysDisabledAfterAnExport) {
+    const Window window = Open();
+    const FileDialog dialog(File());
+    Host().Call(L"Point.Name.get", 1, [&] { window->SetFreeze(true); });
+    Choose(*window, IDM_APPLICATION_SAVE);
+    EXPECT_FALSE(ActionMenuEnabled(*window));
+}
+
+TEST_F(Transfer, DownloadGivesTheFileToTheDeviceAndRefreshesTheState) {
+    const Window window = Open();
+    {
+        const FileDialog dialog(File());
+        Choose(*window, IDM_APPLICATION_SAVE);
+    }
+    Host().Clear();
+    const FileDialog dialog(File());
+    Choose(*window, IDM_APPLICATION_DOWNLOAD);
+    EXPECT_EQ(dialog.Title(), L"Download Application from file...");
+    EXPECT_EQ(Host().Reports().size(), 1u);
+    EXPECT_GT(Host().Count(L"IDevice.State.get"), 0);
+}
+
+TEST_F(Transfer, WindowClosedDuringAnExport) {
+    for (const bool posted : {true, false}) {
+        const Window window = Open();
+        const FileDialog dialog(File());
+        Host().Call(L"Point.Name.get", 2, [&] {
+            if (posted)
+                PostMessageW(window->Handle(), WM_CLOSE, 0, 0);
+            else
+                window->Unload();
+        });
+        Choose(*window, IDM_APPLICATION_SAVE);
+        EXPECT_FALSE(window->IsOpen());
+        DeleteFileW(File().c_str());
+    }
+}
+
+TEST_F(Transfer, WindowClosedDuringADownload) {
+    {
+        const Window window = Open();
+        const FileDialog dialog(File());
+        Choose(*window, IDM_APPLICATION_SAVE);
+        window->Unload();
+    }
+    for (const bool posted : {true, false}) {
+        const Window window = Open();
+        const FileDialog dialog(File());
+        Host().Call(L"IDevice.SISD.get", 1, [&] {
+            if (posted)
+                PostMessageW(window->Handle(), WM_CLOSE, 0, 0);
+            else
+                window->Unload();
+        });
+        Choose(*window, IDM_APPLICATION_DOWNLOAD);
+        EXPECT_FALSE(window->IsOpen());
+    }
+}
+
+TEST_F(Transfer, WindowClosedWhileTheFileDialogIsUp) {
+    const Window window = Open();
+    const FileDialog dialog({}, [&] { window->Unload(); });
+    Choose(*window, IDM_APPLICATION_SAVE);
+    EXPECT_FALSE(window->IsOpen());
+    EXPECT_FALSE(FileExists(File()));
+}
+
+}  // namespace
+}  // namespace quillon::test
