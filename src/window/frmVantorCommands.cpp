@@ -208,7 +208,7 @@ void frmVantor::OnDeviceEvent(DeviceEvent event, const std::wstring& text) {
     }
 }
 
-// The point that the host names: the row that shows it, and the main-view label whose index it is.
+// The point that the host names, in every row that shows it. The main view has its next poll.
 void frmVantor::RefreshPoint(const std::wstring& text) {
     const bool property = text.starts_with(kCpPrefix);
     const bool prefixed = property || text.starts_with(kNvPrefix);
