@@ -87,8 +87,7 @@ frmVantor::~frmVantor() {
 }
 
 bool frmVantor::OnInit() {
-    m_actions = {[this](int id, HWND) { OnPageCommand(id); },
-                 [this](HWND list) { static_cast<void>(list); },
+    m_actions = {[this](int id, HWND) { OnPageCommand(id); }, [this](HWND list) { EditRow(list); },
                  [this](HWND list, POINT screen) { OnListMenu(list, screen); },
                  [this](HWND control) { return ListOf(control); }};
     m_caption = kDesignCaption;
