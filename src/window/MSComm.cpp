@@ -49,6 +49,8 @@ struct MSComm::Write {
     std::string bytes;
 };
 
+MSComm::MSComm() = default;
+
 MSComm::~MSComm() {
     Discard();
 }

@@ -16,7 +16,7 @@ namespace quillon {
 // std::exception whose text is for the operator. User-interface thread only.
 class MSComm {
 public:
-    MSComm() = default;
+    MSComm();
     MSComm(const MSComm&) = delete;
     MSComm& operator=(const MSComm&) = delete;
     ~MSComm();
