@@ -7,6 +7,7 @@
 #include <memory>
 #include <string>
 
+#include "com/module.h"
 #include "com/ptr.h"
 #include "editors/DataPoint.h"
 #include "plugin/CDevice.h"
@@ -15,6 +16,7 @@
 #include "ui/keyboard.h"
 #include "ui/layout.h"
 #include "window/DeviceEvents.h"
+#include "window/LabelPrinting.h"
 #include "window/RowList.h"
 #include "window/device_state.h"
 #include "window/pages.h"
@@ -128,6 +130,15 @@ private:
     void OnDeviceEvent(DeviceEvent event, const std::wstring& text);
     void RefreshPoint(const std::wstring& text);
 
+    // Label printing (frmVantorLabel.cpp)
+    void SetUpLabelTab();
+    std::optional<std::size_t> ChosenModel();
+    void ChooseModel();
+    void EnablePrinting(bool enable);
+    void PrintLabel();
+    bool SendLabel(std::size_t position);
+    void EndPrint();
+
     com::ModuleLock m_module;
     com::Ptr<CDevice> m_object;
     com::Ptr<IDevice> m_device;
@@ -159,6 +170,8 @@ private:
     std::vector<Staleness> m_monitorAge;
     std::array<std::uint32_t, kTimers> m_intervals{};
     std::array<bool, kTimers> m_ticking{};
+    LabelPrinting m_label{com::ModuleFolder()};
+    std::int32_t m_applicationCodeIndex = 0;
     MainViewCycle m_mainView;
     std::int32_t m_monitorRow = 0;
     std::int32_t m_stateNumber = -1;
@@ -168,6 +181,7 @@ private:
     bool m_busy = false;
     bool m_editing = false;
     bool m_loading = false;
+    bool m_printing = false;
     bool m_failureShown = false;
 };
 
