@@ -67,6 +67,10 @@ std::optional<INT_PTR> Page::OnNotify(const NMHDR& header, LPARAM lParam) {
 }
 
 bool Page::OnCommand(int id, int code, HWND control) {
+    if (code == STN_DBLCLK && IsEditedLabel(id)) {
+        m_actions.editLabel(id);
+        return true;
+    }
     if (code != BN_CLICKED || !control) return false;
     m_actions.command(id, control);
     return true;
