@@ -71,8 +71,7 @@ void OptionButtons::AddButton(std::size_t position, const std::wstring& caption,
 }
 
 int OptionButtons::TopOf(std::size_t position) const {
-    return m_first.top +
-           MulDiv(kTwipsApart * static_cast<int>(position), m_dpi, kTwipsPerInch);
+    return m_first.top + MulDiv(kTwipsApart * static_cast<int>(position), m_dpi, kTwipsPerInch);
 }
 
 SIZE OptionButtons::NeededSize() const {
