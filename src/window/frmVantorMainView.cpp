@@ -45,6 +45,7 @@ void ShowOptionEditor(const OptionEditorChoice& choice, const DataPoint& point, 
 // be closed while the dialog is up.
 void frmVantor::EditMainViewValue(int index) {
     if (m_loading || m_busy || index < 0 || index >= MainViewCycle::kLabels) return;
+    const com::Ptr<CDevice> hold = m_object;
     bool shown = false;
     com::Quietly([&] {
         const auto number = EntryNumber(m_mainViewTags[static_cast<std::size_t>(index)]);
@@ -57,7 +58,10 @@ void frmVantor::EditMainViewValue(int index) {
         ShowOptionEditor(*choice, point, Handle());
         shown = true;
     });
-    if (shown && IsOpen()) com::Quietly([&] { ReadMainViewLabel(index); });
+    if (!shown || !IsOpen()) return;
+    const bool read = com::Quietly([&] { return ReadMainViewLabel(index); });
+    if (!read && IsOpen() && m_mainViewAge[static_cast<std::size_t>(index)].Fail())
+        PageAt(kTabMain).SetGreyed(IDC_LBLNV_FIRST + index, true);
 }
 
 void frmVantor::PostEdit(int index) const {
