@@ -104,6 +104,8 @@ private:
     // Live values (frmVantorTimers.cpp)
     void StartTimer(Timer timer, std::uint32_t interval);
     void OnTmrPolling();
+    // Reads the value of a main-view label; true when the device answered. Throws com::Error.
+    bool ReadMainViewLabel(int index);
     void OnTmrNvs();
     void OnTmrHw();
     void OnTmrAppStatus();
@@ -117,6 +119,11 @@ private:
     void EditRow(HWND list);
     void RefreshEditedRow(RowList& list, std::size_t place, const std::wstring& key,
                           const DataPoint& point);
+    // Main-view values (frmVantorMainView.cpp)
+    // Posted, so that no dialog runs inside the hook that a key comes from, or inside a page.
+    void PostEdit(int index) const;
+    void PostEditOfFocused() const;
+    void EditMainViewValue(int index);
 
     // Commands (frmVantorCommands.cpp)
     void OnPageCommand(int id);

@@ -42,6 +42,10 @@ void OpenHelpFile(HWND owner, const std::wstring& file) {
 
 bool frmVantor::OnCommand(int id, int, HWND control) {
     if (control) return false;
+    if (id >= IDC_LBLNV_FIRST && id <= IDC_LBLNV_LAST) {
+        EditMainViewValue(id - IDC_LBLNV_FIRST);
+        return true;
+    }
     switch (id) {
         case IDM_FILE_EXIT:
             Unload();
