@@ -37,6 +37,9 @@ public:
     DataPoint() = default;
     explicit DataPoint(com::Ptr<IDispatch> object) : m_object(std::move(object)) {}
 
+    explicit operator bool() const { return static_cast<bool>(m_object); }
+    const com::Ptr<IDispatch>& Object() const { return m_object; }
+
     std::wstring Value() const;
     // Writes the device.
     void SetValue(std::wstring_view text) const;

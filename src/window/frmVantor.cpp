@@ -87,10 +87,10 @@ frmVantor::~frmVantor() {
 }
 
 bool frmVantor::OnInit() {
-    m_actions = {
-        [this](int id, HWND) { OnPageCommand(id); }, [this](HWND list) { static_cast<void>(list); },
-        [this](HWND list, POINT screen) { OnListMenu(list, screen); },
-        [this](HWND control) { return ListOf(control); }, [this](int label) { PostEdit(label); }};
+    m_actions = {[this](int id, HWND) { OnPageCommand(id); }, [this](HWND list) { EditRow(list); },
+                 [this](HWND list, POINT screen) { OnListMenu(list, screen); },
+                 [this](HWND control) { return ListOf(control); },
+                 [this](int label) { PostEdit(label); }};
     m_caption = kDesignCaption;
     m_layout.Start(Handle());
     m_layout.Add(IDC_SSTAB1, ui::kFill);

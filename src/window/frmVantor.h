@@ -8,6 +8,7 @@
 #include <string>
 
 #include "com/ptr.h"
+#include "editors/DataPoint.h"
 #include "plugin/CDevice.h"
 #include "ui/dialog.h"
 #include "ui/form_list.h"
@@ -112,6 +113,11 @@ private:
     void Thaw();
     com::Ptr<IDispatch> NetworkVariables();
 
+    // Editing (frmVantorEdit.cpp)
+    void EditRow(HWND list);
+    void RefreshEditedRow(RowList& list, std::size_t place, const std::wstring& key,
+                          const DataPoint& point);
+
     // Main-view values (frmVantorMainView.cpp)
     // Posted, so that no dialog runs inside the hook that a key comes from, or inside a page.
     void PostEdit(int index) const;
@@ -168,6 +174,7 @@ private:
     bool m_outputFlag = false;
     bool m_disabledByFreeze = false;
     bool m_busy = false;
+    bool m_editing = false;
     bool m_loading = false;
     bool m_failureShown = false;
 };

@@ -65,6 +65,9 @@ bool frmVantor::OnCommand(int id, int, HWND control) {
         case IDM_ABOUT:
             frmVantorAbout().ShowModal(Handle());
             return true;
+        case IDM_EDIT_VALUE:
+            if (RowList* list = FocusedList()) EditRow(list->Control());
+            return true;
         case IDM_COPY:
             if (RowList* list = FocusedList()) list->CopySelected();
             return true;
@@ -96,8 +99,9 @@ void frmVantor::OnListMenu(HWND list, POINT screen) {
     const HMENU popup = GetSubMenu(menu, 0);
     const UINT none = ListOf(list)->Selected() ? MF_ENABLED : MF_GRAYED;
     EnableMenuItem(popup, IDM_COPY, MF_BYCOMMAND | none);
-    // Editing has no dialogs yet.
-    EnableMenuItem(popup, IDM_EDIT_VALUE, MF_BYCOMMAND | MF_GRAYED);
+    EnableMenuItem(popup, IDM_EDIT_VALUE, MF_BYCOMMAND | none);
+    // The entries act on the list that has the focus.
+    SetFocus(list);
     TrackPopupMenu(popup, TPM_LEFTALIGN | TPM_RIGHTBUTTON, screen.x, screen.y, 0, Handle(),
                    nullptr);
     DestroyMenu(menu);
