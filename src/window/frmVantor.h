@@ -119,6 +119,7 @@ private:
     void EditRow(HWND list);
     void RefreshEditedRow(RowList& list, std::size_t place, const std::wstring& key,
                           const DataPoint& point);
+
     // Main-view values (frmVantorMainView.cpp)
     // Posted, so that no dialog runs inside the hook that a key comes from, or inside a page.
     void PostEdit(int index) const;
