@@ -40,6 +40,15 @@ bool IsDeviceName(std::wstring_view name) {
            IsPortNumber(stem.back());
 }
 
+std::optional<std::wstring> FileNameOf(std::wstring_view stem, const wchar_t* extension) {
+    constexpr std::wstring_view kForbidden = L"\\/:*?\"<>|";
+    if (stem.find_first_of(kForbidden) != std::wstring_view::npos) return std::nullopt;
+    if (std::any_of(stem.begin(), stem.end(), IsControl)) return std::nullopt;
+    if (stem.ends_with(L'.') || stem.ends_with(L' ')) return std::nullopt;
+    if (IsDeviceName(stem)) return std::nullopt;
+    return std::wstring(stem) + extension;
+}
+
 }  // namespace
 
 std::wstring SettingsValue(std::wstring_view asRead) {
@@ -50,12 +59,11 @@ std::wstring SettingsValue(std::wstring_view asRead) {
 }
 
 std::optional<std::wstring> SettingsFileName(std::wstring_view programId) {
-    constexpr std::wstring_view kForbidden = L"\\/:*?\"<>|";
-    if (programId.find_first_of(kForbidden) != std::wstring_view::npos) return std::nullopt;
-    if (std::any_of(programId.begin(), programId.end(), IsControl)) return std::nullopt;
-    if (programId.ends_with(L'.') || programId.ends_with(L' ')) return std::nullopt;
-    if (IsDeviceName(programId)) return std::nullopt;
-    return std::wstring(programId) + L".ini";
+    return FileNameOf(programId, L".ini");
+}
+
+std::optional<std::wstring> CalibrationFileName(std::wstring_view neuronId) {
+    return FileNameOf(neuronId, L".tca");
 }
 
 }  // namespace quillon

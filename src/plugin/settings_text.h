@@ -24,4 +24,7 @@ std::wstring SettingsValue(std::wstring_view asRead);
 // let the system choose "best fit" characters: some of those are separators.
 std::optional<std::wstring> SettingsFileName(std::wstring_view programId);
 
+// The same for a device's calibration file: the Neuron ID and ".tca".
+std::optional<std::wstring> CalibrationFileName(std::wstring_view neuronId);
+
 }  // namespace quillon

@@ -82,5 +82,11 @@ TEST(SettingsFileName, NamesThatOnlyBeginLikeADeviceAreFiles) {
     }
 }
 
+TEST(CalibrationFileName, IsTheNeuronIdWithItsExtensionAndStaysInItsFolder) {
+    EXPECT_EQ(CalibrationFileName(L"0000000000A1"), L"0000000000A1.tca");
+    for (const wchar_t* id : {L"..", L"..\\A1", L"C:A1", L"\\\\share\\A1", L"A/1", L"NUL"})
+        EXPECT_EQ(CalibrationFileName(id), std::nullopt) << id;
+}
+
 }  // namespace
 }  // namespace quillon
