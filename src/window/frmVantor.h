@@ -82,6 +82,7 @@ private:
     void ShowPage();
     void FillTabs(bool showHardware);
     void MoveTab(int direction);
+    void HideTab(int tab);
     void OnSize();
     void SetCaptionAndIcon(const std::wstring& caption, bool failure);
     Page& PageAt(int tab) { return *m_pages[static_cast<std::size_t>(tab)]; }
@@ -110,6 +111,9 @@ private:
     void OnTmrHw();
     void OnTmrAppStatus();
     void OnTimer1();
+    void ShowInputs(const std::array<bool, 4>& states);
+    void CalibrationStep(std::int16_t count, std::uint8_t inputs);
+    void FinishCalibration();
     void CountStaleness();
     void ApplyFreeze(bool freeze);
     void Thaw();
@@ -129,6 +133,8 @@ private:
     // Commands (frmVantorCommands.cpp)
     void OnPageCommand(int id);
     void OnListMenu(HWND list, POINT screen);
+    void SaveCalibrationFile();
+    void LoadCalibrationFile();
     void ExportApplication();
     void DownloadApplication();
     void OpenHelp();
