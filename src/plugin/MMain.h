@@ -3,6 +3,7 @@
 #pragma once
 
 #include <string>
+#include <vector>
 
 namespace quillon {
 
@@ -15,6 +16,10 @@ std::wstring ReadIniValue(const std::wstring& file, const std::wstring& section,
 // Writes a key. Nothing is reported; an empty file, section or key name writes nothing.
 void WriteIniValue(const std::wstring& file, const std::wstring& section, const std::wstring& key,
                    const std::wstring& value);
+
+// The names of a settings file's sections in their order. Empty for a file that is missing or has
+// no name.
+std::vector<std::wstring> ReadIniSections(const std::wstring& file);
 
 // "," when the machine's regional settings write 0.5 with one, else ".".
 std::wstring LocalDecimalSeparator();
