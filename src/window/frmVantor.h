@@ -7,7 +7,9 @@
 #include <memory>
 #include <string>
 
+#include "com/module.h"
 #include "com/ptr.h"
+#include "editors/DataPoint.h"
 #include "plugin/CDevice.h"
 #include "ui/dialog.h"
 #include "ui/file_dialog.h"
@@ -15,6 +17,7 @@
 #include "ui/keyboard.h"
 #include "ui/layout.h"
 #include "window/DeviceEvents.h"
+#include "window/LabelPrinting.h"
 #include "window/RowList.h"
 #include "window/device_state.h"
 #include "window/pages.h"
@@ -102,6 +105,8 @@ private:
     // Live values (frmVantorTimers.cpp)
     void StartTimer(Timer timer, std::uint32_t interval);
     void OnTmrPolling();
+    // Reads the value of a main-view label; true when the device answered. Throws com::Error.
+    bool ReadMainViewLabel(int index);
     void OnTmrNvs();
     void OnTmrHw();
     void OnTmrAppStatus();
@@ -110,6 +115,16 @@ private:
     void ApplyFreeze(bool freeze);
     void Thaw();
     com::Ptr<IDispatch> NetworkVariables();
+
+    // Editing (frmVantorEdit.cpp)
+    void EditRow(HWND list);
+    void RefreshEditedRow(RowList& list, std::size_t place, const std::wstring& key,
+                          const DataPoint& point);
+    // Main-view values (frmVantorMainView.cpp)
+    // Posted, so that no dialog runs inside the hook that a key comes from, or inside a page.
+    void PostEdit(int index) const;
+    void PostEditOfFocused() const;
+    void EditMainViewValue(int index);
 
     // Commands (frmVantorCommands.cpp)
     void OnPageCommand(int id);
@@ -135,6 +150,15 @@ private:
                     Call call);
     template <class Call>
     void LoadFromFile(const wchar_t* title, const ui::FileFilter& filter, Call call);
+
+    // Label printing (frmVantorLabel.cpp)
+    void SetUpLabelTab();
+    std::optional<std::size_t> ChosenModel();
+    void ChooseModel();
+    void EnablePrinting(bool enable);
+    void PrintLabel();
+    bool SendLabel(std::size_t position);
+    void EndPrint();
 
     com::ModuleLock m_module;
     com::Ptr<CDevice> m_object;
@@ -167,6 +191,8 @@ private:
     std::vector<Staleness> m_monitorAge;
     std::array<std::uint32_t, kTimers> m_intervals{};
     std::array<bool, kTimers> m_ticking{};
+    LabelPrinting m_label{com::ModuleFolder()};
+    std::int32_t m_applicationCodeIndex = 0;
     MainViewCycle m_mainView;
     std::int32_t m_monitorRow = 0;
     std::int32_t m_stateNumber = -1;
@@ -174,7 +200,9 @@ private:
     bool m_outputFlag = false;
     bool m_disabledByFreeze = false;
     bool m_busy = false;
+    bool m_editing = false;
     bool m_loading = false;
+    bool m_printing = false;
     bool m_failureShown = false;
 };
 
