@@ -11,8 +11,8 @@ printer is. A command is a word in FOLDER/do; the file is removed when it has be
     go      take everything again
     leave   pull the plug: whoever has the port open loses it
 
-With a rate the printer lets in no more than it has printed. It ends with its standard input, or when it is
-terminated.
+With a rate the printer lets in no more than it has printed. When its standard input ends it prints what is still
+on its way, and ends.
 """
 import argparse
 import os
@@ -96,6 +96,13 @@ class Printer:
         self.put_on_paper()
         self.flow(self.wanted and not (self.rate and len(self.waiting) >= MOST_WAITING))
 
+    def finish(self):
+        self.rate = None
+        while self.master is not None and select.select([self.master], [], [], 0.2)[0]:
+            self.work()
+        if self.master is not None:
+            self.put_on_paper()
+
     def put_on_paper(self):
         now = time.monotonic()
         count = len(self.waiting)
@@ -117,6 +124,7 @@ def main():
         pass
     while True:
         if select.select([sys.stdin], [], [], 0)[0] and not os.read(0, 1):
+            printer.finish()
             return
         printer.obey()
         printer.work()
