@@ -8,7 +8,8 @@ namespace quillon {
 
 // Reads a key of a settings file, 8-bit text in the machine's code page, at most 4095 characters. A
 // "/" starts a comment; what is before it is trimmed. Missing file, section or key, an empty name
-// of any of them, and the value "Not Found" read as an empty text. Format: docs/settings-file.md.
+// of any of them, and the value "Not Found" read as an empty text. Format:
+// docs/formats/settings-file.md.
 std::wstring ReadIniValue(const std::wstring& file, const std::wstring& section,
                           const std::wstring& key);
 

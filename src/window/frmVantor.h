@@ -9,6 +9,7 @@
 
 #include "com/module.h"
 #include "com/ptr.h"
+#include "editors/DataPoint.h"
 #include "plugin/CDevice.h"
 #include "ui/dialog.h"
 #include "ui/form_list.h"
@@ -103,6 +104,8 @@ private:
     // Live values (frmVantorTimers.cpp)
     void StartTimer(Timer timer, std::uint32_t interval);
     void OnTmrPolling();
+    // Reads the value of a main-view label; true when the device answered. Throws com::Error.
+    bool ReadMainViewLabel(int index);
     void OnTmrNvs();
     void OnTmrHw();
     void OnTmrAppStatus();
@@ -111,6 +114,16 @@ private:
     void ApplyFreeze(bool freeze);
     void Thaw();
     com::Ptr<IDispatch> NetworkVariables();
+
+    // Editing (frmVantorEdit.cpp)
+    void EditRow(HWND list);
+    void RefreshEditedRow(RowList& list, std::size_t place, const std::wstring& key,
+                          const DataPoint& point);
+    // Main-view values (frmVantorMainView.cpp)
+    // Posted, so that no dialog runs inside the hook that a key comes from, or inside a page.
+    void PostEdit(int index) const;
+    void PostEditOfFocused() const;
+    void EditMainViewValue(int index);
 
     // Commands (frmVantorCommands.cpp)
     void OnPageCommand(int id);
@@ -173,6 +186,7 @@ private:
     bool m_outputFlag = false;
     bool m_disabledByFreeze = false;
     bool m_busy = false;
+    bool m_editing = false;
     bool m_loading = false;
     bool m_printing = false;
     bool m_failureShown = false;

@@ -42,6 +42,10 @@ void OpenHelpFile(HWND owner, const std::wstring& file) {
 
 bool frmVantor::OnCommand(int id, int, HWND control) {
     if (control) return false;
+    if (id >= IDC_LBLNV_FIRST && id <= IDC_LBLNV_LAST) {
+        EditMainViewValue(id - IDC_LBLNV_FIRST);
+        return true;
+    }
     switch (id) {
         case IDM_FILE_EXIT:
             Unload();
@@ -60,6 +64,9 @@ bool frmVantor::OnCommand(int id, int, HWND control) {
             return true;
         case IDM_ABOUT:
             frmVantorAbout().ShowModal(Handle());
+            return true;
+        case IDM_EDIT_VALUE:
+            if (RowList* list = FocusedList()) EditRow(list->Control());
             return true;
         case IDM_COPY:
             if (RowList* list = FocusedList()) list->CopySelected();
@@ -94,8 +101,9 @@ void frmVantor::OnListMenu(HWND list, POINT screen) {
     const HMENU popup = GetSubMenu(menu, 0);
     const UINT none = ListOf(list)->Selected() ? MF_ENABLED : MF_GRAYED;
     EnableMenuItem(popup, IDM_COPY, MF_BYCOMMAND | none);
-    // Editing has no dialogs yet.
-    EnableMenuItem(popup, IDM_EDIT_VALUE, MF_BYCOMMAND | MF_GRAYED);
+    EnableMenuItem(popup, IDM_EDIT_VALUE, MF_BYCOMMAND | none);
+    // The entries act on the list that has the focus.
+    SetFocus(list);
     TrackPopupMenu(popup, TPM_LEFTALIGN | TPM_RIGHTBUTTON, screen.x, screen.y, 0, Handle(),
                    nullptr);
     DestroyMenu(menu);
