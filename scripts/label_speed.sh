@@ -2,23 +2,24 @@
 # Prints a label of 13,000 bytes on a printer that takes 960 bytes a second, and says how long that took and
 # how long the window did not answer.
 #
-#   scripts/label_speed.sh i686|x86_64 FOLDER
+#   scripts/label_speed.sh i686|x86_64 BENCH FOLDER
 #
-# FOLDER holds bench.exe and the Quillon.dll and Quorvex.dll that are registered. Exit code 0: at most 1.05
-# times the printer's own time, and messages never waited for 50 ms.
+# BENCH is bench.exe, FOLDER that of the registered Quillon.dll. Exit code 0: at most 1.05 times the printer's
+# own time, and messages never waited for 50 ms.
 set -u
 here=$(cd "$(dirname "$0")" && pwd)
+. "$here/plugin-folder.sh"
 arch=$1
-folder=$(cd "$2" && pwd) || exit 1
+bench=$(realpath "$2")
+take_plugin_folder "$3"
 
-cd "$folder" || exit 1
+cd "$plugin_folder" || exit 1
 python3 - <<'END'
 field = b"nnnnnnnnnnnn YYWW "
 with open("longest.zpl", "wb") as file:
     file.write((field * 3 + bytes(range(256)) * 60)[:13000])
 END
-trap 'rm -f "$folder/longest.zpl"' EXIT
-said=$("$here/with-printer.sh" "$arch" --rate 960 bench.exe --network "Z:$here/../simulator/networks/room.json" \
+said=$("$here/with-printer.sh" "$arch" --rate 960 "$bench" --network "$network" \
     settings DisplayHW 1 -- settings "Label Printer" COMPort @PORT@ -- \
     settings "Label Printer" COMSettings 9600,n,8,1 -- settings "Label Printer" 0Model longest.zpl -- \
     settings "Nimbra Codes" 0Model longest -- \

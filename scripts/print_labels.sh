@@ -2,24 +2,25 @@
 # Prints the example labels of a simulated room unit into a pseudo-terminal that plays the printer, from the
 # real window, and compares what arrives byte by byte with what must.
 #
-#   scripts/print_labels.sh i686|x86_64 FOLDER
+#   scripts/print_labels.sh i686|x86_64 BENCH FOLDER [LABELS]
 #
-# FOLDER holds bench.exe and the Quillon.dll and Quorvex.dll that are registered. The example settings and
-# templates are put beside them; the bytes of the labels are left in FOLDER/labels.
+# BENCH is bench.exe, FOLDER that of the registered Quillon.dll. The example settings and templates lie there
+# meanwhile. With LABELS the bytes of the labels are left in that folder.
 set -u
 here=$(cd "$(dirname "$0")" && pwd)
+. "$here/plugin-folder.sh"
 arch=$1
-folder=$(cd "$2" && pwd) || exit 1
-examples=$here/../examples
-network=$here/../simulator/networks/room.json
+bench=$(realpath "$2")
+take_plugin_folder "$3"
+labels=${4:-$kept/labels}
+mkdir -p "$labels"
+labels=$(realpath "$labels")
 
-cp "$examples"/*.zpl "$examples"/*.epl "$examples"/9FFFFF0512040410.ini "$folder/" || exit 1
-labels=$folder/labels
-rm -rf "$labels"
-cd "$folder" || exit 1
-QUILLON_PRINTER_FOLDER=$labels "$here/with-printer.sh" "$arch" bench.exe --network "Z:$network" \
+cd "$plugin_folder" || exit 1
+cp "$examples"/*.zpl "$examples"/*.epl "$examples"/9FFFFF0512040410.ini . || exit 1
+QUILLON_PRINTER_FOLDER=$labels "$here/with-printer.sh" "$arch" "$bench" --network "$network" \
     settings "Label Printer" COMPort @PORT@ -- \
     answer ok -- print "Room 101" "KX-4410-0100" -- expect box "Etichetta stampata" -- \
     answer ok -- print "Room 101" "KX-4410-0100, logo" -- expect box "Etichetta stampata" || exit 1
-exec "$here/label_expectation.py" "$labels/received" 0123456789AB \
+"$here/label_expectation.py" "$labels/received" 0123456789AB \
     "$examples/room-unit.zpl" "$examples/room-unit-logo.epl"

@@ -1,11 +1,11 @@
 // Label printing and help, by the windows of devices.
-#include <commctrl.h>
-
 #include <algorithm>
 #include <vector>
 
 #include "commands.h"
 #include "dialog_driver.h"
+//
+#include <commctrl.h>
 
 namespace quorvex::bench::commands {
 namespace {
