@@ -10,6 +10,8 @@ printer is. A command is a word in FOLDER/do; the file is removed when it has be
     stop    take nothing from now on
     go      take everything again
     leave   pull the plug: whoever has the port open loses it
+    refuse  the port cannot be opened, as if another program had it; until "fresh"
+    ask     write into FOLDER/holders how many processes have the port open
 
 With a rate the printer lets in no more than it has printed. When its standard input ends it prints what is still
 on its way, and ends.
@@ -46,9 +48,26 @@ class Printer:
         self.received = open(self.path("received"), "wb", buffering=0)
         self.waiting = b""
         self.flowing = self.wanted = True
+        self.terminal = os.ttyname(self.slave)
+        self.lead_to(self.terminal)
+
+    def lead_to(self, target):
         link = self.path("port.new")
-        os.symlink(os.ttyname(self.slave), link)
+        os.symlink(target, link)
         os.rename(link, self.path("port"))
+
+    def holders(self):
+        processes = set()
+        for process in os.listdir("/proc"):
+            if not process.isdigit() or int(process) == os.getpid():
+                continue
+            folder = f"/proc/{process}/fd"
+            try:
+                if any(os.readlink(f"{folder}/{number}") == self.terminal for number in os.listdir(folder)):
+                    processes.add(process)
+            except OSError:  # another user's, or gone meanwhile
+                pass
+        return len(processes)
 
     def leave(self):
         if self.master is None:
@@ -78,6 +97,11 @@ class Printer:
         elif word in ("stop", "go"):
             self.wanted = word == "go"
             self.flow(self.wanted)
+        elif word == "refuse":
+            self.lead_to(self.folder)
+        elif word == "ask":
+            with open(self.path("holders"), "w") as file:
+                file.write(str(self.holders()))
         else:
             sys.exit(f"printer: no command {word!r}")
         os.remove(self.path("do"))

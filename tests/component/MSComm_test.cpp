@@ -110,14 +110,26 @@ TEST_F(SerialPort, ClosedWithOutputWaitingAndOpenedAgain) {
     EXPECT_EQ(Paper().Received(), "b");
 }
 
-TEST_F(SerialPort, OnlyOneProgramHasIt) {
+TEST_F(SerialPort, IsHeldWhileItIsOpen) {
+    EXPECT_FALSE(Paper().IsHeld());
     Port().SetPortOpen(true);
-    MSComm second;
-    second.SetCommPort(Paper().Port());
-    EXPECT_THROW(second.SetPortOpen(true), com::Error);
+    EXPECT_TRUE(Paper().IsHeld());
     Port().SetPortOpen(false);
-    second.SetPortOpen(true);
-    EXPECT_TRUE(second.PortOpen());
+    EXPECT_FALSE(Paper().IsHeld());
+}
+
+TEST_F(SerialPort, PortThatAnotherProgramHasCannotBeOpened) {
+    Paper().Tell("refuse");
+    try {
+        Port().SetPortOpen(true);
+        ADD_FAILURE() << "it opens";
+    } catch (const com::Error& error) {
+        EXPECT_EQ(error.Result(), E_ACCESSDENIED);
+    }
+    EXPECT_FALSE(Port().PortOpen());
+    Paper().Tell("fresh");
+    Port().SetPortOpen(true);
+    EXPECT_TRUE(Port().PortOpen());
 }
 
 TEST_F(SerialPort, PortThatGoesIsTold) {
