@@ -40,6 +40,17 @@ bool IsDeviceName(std::wstring_view name) {
            IsPortNumber(stem.back());
 }
 
+constexpr std::wstring_view kSeparators = L"\\/";
+
+// One part of a path that names what it says and nothing else; may be empty.
+bool IsPlainName(std::wstring_view part) {
+    constexpr std::wstring_view kForbidden = L":*?\"<>|";
+    if (part.find_first_of(kForbidden) != std::wstring_view::npos) return false;
+    if (std::any_of(part.begin(), part.end(), IsControl)) return false;
+    if (part.ends_with(L'.') || part.ends_with(L' ')) return false;
+    return !IsDeviceName(part);
+}
+
 }  // namespace
 
 std::wstring SettingsValue(std::wstring_view asRead) {
@@ -50,12 +61,19 @@ std::wstring SettingsValue(std::wstring_view asRead) {
 }
 
 std::optional<std::wstring> SettingsFileName(std::wstring_view programId) {
-    constexpr std::wstring_view kForbidden = L"\\/:*?\"<>|";
-    if (programId.find_first_of(kForbidden) != std::wstring_view::npos) return std::nullopt;
-    if (std::any_of(programId.begin(), programId.end(), IsControl)) return std::nullopt;
-    if (programId.ends_with(L'.') || programId.ends_with(L' ')) return std::nullopt;
-    if (IsDeviceName(programId)) return std::nullopt;
+    if (programId.find_first_of(kSeparators) != std::wstring_view::npos) return std::nullopt;
+    if (!IsPlainName(programId)) return std::nullopt;
     return std::wstring(programId) + L".ini";
+}
+
+bool NamesFileInside(std::wstring_view name) {
+    while (true) {
+        const std::size_t end = name.find_first_of(kSeparators);
+        const std::wstring_view part = name.substr(0, end);
+        if (part.empty() || !IsPlainName(part)) return false;
+        if (end == std::wstring_view::npos) return true;
+        name.remove_prefix(end + 1);
+    }
 }
 
 }  // namespace quillon

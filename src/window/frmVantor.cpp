@@ -87,8 +87,7 @@ frmVantor::~frmVantor() {
 }
 
 bool frmVantor::OnInit() {
-    m_actions = {[this](int id, HWND) { OnPageCommand(id); },
-                 [this](HWND list) { static_cast<void>(list); },
+    m_actions = {[this](int id, HWND) { OnPageCommand(id); }, [this](HWND list) { EditRow(list); },
                  [this](HWND list, POINT screen) { OnListMenu(list, screen); },
                  [this](HWND control) { return ListOf(control); }};
     m_caption = kDesignCaption;
@@ -155,6 +154,7 @@ void frmVantor::OnDestroyed() {
     if (m_events) m_events->Stop();
     m_events.Reset();
     m_listOf.clear();
+    m_label.ClosePort();
     ImageList_Destroy(m_ilSmall);
     for (HICON* icon : {&m_icon, &m_failureIcon, &m_ledOn, &m_ledOff})
         if (*icon) DestroyIcon(std::exchange(*icon, nullptr));
@@ -276,6 +276,7 @@ void frmVantor::ShowPage() {
     const TabTimers timers = TimersOfTab(m_tab);
     StartTimer(Timer::kTmrNvs, timers.nvs);
     StartTimer(Timer::kTmrHw, timers.hw);
+    if (m_tab == kTabLabelPrint) SetUpLabelTab();
 }
 
 void frmVantor::ArrangePages() {

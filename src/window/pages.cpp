@@ -67,7 +67,7 @@ std::optional<INT_PTR> Page::OnNotify(const NMHDR& header, LPARAM lParam) {
 }
 
 bool Page::OnCommand(int id, int code, HWND control) {
-    if (code != BN_CLICKED || !control) return false;
+    if ((code != BN_CLICKED && code != LBN_SELCHANGE) || !control) return false;
     m_actions.command(id, control);
     return true;
 }
