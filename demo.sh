@@ -67,7 +67,7 @@ say "The application file: $folder/room101.app, $(stat -c %s "$folder/room101.ap
 has_display() { [ -n "${DISPLAY:-}" ] && timeout 10 xdotool getmouselocation >/dev/null 2>&1; }
 
 pictures=$folder/pictures
-windows=(python3 scripts/demo_windows.py --build "build/$preset" --arch "$arch")
+windows=(python3 -B scripts/demo_windows.py --build "build/$preset" --arch "$arch")
 if has_display; then
     say "The device windows of two rooms, beside the bench's own"
     "${windows[@]}" || fail "the windows did not go as expected"

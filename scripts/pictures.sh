@@ -32,5 +32,5 @@ if [ -z "${QUILLON_BUILD:-}" ]; then
 fi
 
 mkdir -p "$folder"
-scripts/with-screen.sh --size 2600x1900 python3 scripts/pictures.py \
+scripts/with-screen.sh --size 2600x1900 python3 -B scripts/pictures.py \
     --build "$build" --arch i686 --dpi "$dpi" --to "$folder"
