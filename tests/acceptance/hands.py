@@ -1,5 +1,8 @@
 """Keyboard, mouse and camera of the screen that DISPLAY names."""
+import re
 import subprocess
+import time
+from pathlib import Path
 
 from eyes import Failure, do_until
 
@@ -65,9 +68,33 @@ def middle(rect):
     return (left + right) // 2, (top + bottom) // 2
 
 
+def _frame(window):
+    """Where a window of the screen stands with its frame, as the camera wants it."""
+    while True:
+        text = _run("xwininfo", "-children", "-stats", "-id", str(window))
+        root = re.search(r"Root window id: (0x\w+)", text).group(1)
+        parent = re.search(r"Parent window id: (0x\w+)", text).group(1)
+        if parent == root:
+            break
+        window = parent
+    number = lambda name: int(re.search(name + r":\s+(-?\d+)", text).group(1))
+    left, top = number("Absolute upper-left X"), number("Absolute upper-left Y")
+    return f"{number('Width')}x{number('Height')}{left:+}{top:+}"
+
+
 def picture(file, screen_window=None):
-    """The whole screen, or one of its windows with its frame, as a PNG."""
-    if screen_window is None:
-        _run("import", "-window", "root", file)
-    else:
-        _run("import", "-frame", "-window", str(screen_window), file)
+    """The whole screen, or the part of it where one of its windows stands, as a PNG.
+
+    Waits for what is still being painted: two pictures in a row are the same, unless all moves.
+    """
+    part = ["-crop", _frame(screen_window), "+repage"] if screen_window else []
+    command = ["import", "-window", "root", *part, "-strip", "-define",
+               "png:exclude-chunk=date,time", "png:-"]
+    taken = None
+    for _ in range(20):
+        before = taken
+        taken = subprocess.run(command, capture_output=True, timeout=120, check=True).stdout
+        if taken == before:
+            break
+        time.sleep(0.2)
+    Path(file).write_bytes(taken)
