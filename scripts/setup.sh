@@ -21,7 +21,8 @@ full=("${native[@]}"
     g++-mingw-w64-i686-posix g++-mingw-w64-x86-64-posix mingw-w64-tools
     nlohmann-json3-dev libbenchmark-dev clang-format python3 git
     xvfb openbox xdotool x11-utils imagemagick socat procps
-    librsvg2-bin fontconfig fonts-dejavu-core)
+    librsvg2-bin fontconfig fonts-dejavu-core
+    fp-utils nsis)
 
 wine64=(wine wine64 libwine-dev)
 

@@ -3,6 +3,7 @@
 #include <stdexcept>
 
 #include "com/module.h"
+#include "component_manifest.h"
 #include "session.h"
 #include "text.h"
 #include "window.h"
@@ -13,17 +14,20 @@ namespace {
 constexpr int kFailed = 1;
 constexpr int kUsage = 2;
 constexpr std::wstring_view kUsageText =
-    L"usage: bench [--network FILE] [--save] [--class PROGID] [COMMAND... [-- COMMAND...]...]\n"
+    L"usage: bench [--network FILE] [--save] [--class PROGID] [--manifest FILE]\n"
+    L"             [COMMAND... [-- COMMAND...]...]\n"
     L"  --network FILE   the network to open; default: networks\\room.json beside the program, or\n"
     L"                   simulator\\networks\\room.json in a folder above it\n"
     L"  --save           write the network file back at the end, when all went well\n"
     L"  --class PROGID   the plug-in's device class; default: Quillon.CDevice\n"
+    L"  --manifest FILE  the classes of plug-in and host by this manifest, without registration\n"
     L"Without a command, where there is a display, the window opens.\n"
     L"Commands (a device is named by its Neuron ID or its name; \"--\" separates commands):";
 
 struct Options {
     std::wstring network;
     std::wstring plugin;
+    std::wstring manifest;
     bool save = false;
     std::vector<Words> commands;
 };
@@ -46,6 +50,8 @@ Options ParseOptions(const Words& arguments) {
             options.network = ValueBehind(arguments, i);
         } else if (arguments[i] == L"--class") {
             options.plugin = ValueBehind(arguments, i);
+        } else if (arguments[i] == L"--manifest") {
+            options.manifest = ValueBehind(arguments, i);
         } else if (arguments[i] == L"--save") {
             options.save = true;
         } else {
@@ -116,6 +122,8 @@ int Main(const Words& arguments) {
         }
         const Options options = ParseOptions(arguments);
         const Apartment apartment;
+        std::optional<ComponentManifest> components;
+        if (!options.manifest.empty()) components.emplace(options.manifest);
         RunAll(options);
         return 0;
     } catch (const UsageTrouble& trouble) {

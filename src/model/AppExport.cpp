@@ -1,4 +1,4 @@
-// CDevice: saving the device's application to a file. Format: docs/application-file.md.
+// CDevice: saving the device's application to a file. Format: docs/formats/application-file.md.
 #include "com/late.h"
 #include "com/xml_document.h"
 #include "host_members.h"

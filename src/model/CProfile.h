@@ -1,4 +1,4 @@
-// One application file, loaded. Format: docs/application-file.md.
+// One application file, loaded. Format: docs/formats/application-file.md.
 #pragma once
 
 #include <optional>

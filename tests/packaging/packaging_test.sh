@@ -1,0 +1,192 @@
+#!/usr/bin/env bash
+# Installs, uses, upgrades and removes Quillon under Wine, silently, in prefixes of its own.
+#
+#   tests/packaging/packaging_test.sh           both bitnesses, after both presets have been built
+#   tests/packaging/packaging_test.sh i686      32 bit alone; or x86_64
+#
+# Wine finds no class that is registered for the user alone; of that registration the keys are checked.
+set -u
+cd "$(dirname "$0")/../.." || exit 1
+root=$PWD
+
+# Its name must not be that of the product: what is left in the registry is searched for that.
+work=$(mktemp -d /tmp/setup-test.XXXXXX)
+export HOME=$work/home QUILLON_WINE_BASE=$work/wine
+unset DISPLAY QUILLON_DISPLAY
+mkdir -p "$HOME"
+
+failed=0
+note() { printf '%s  %s\n' "$1" "$2"; }
+check() { # WHAT COMMAND...
+    if "${@:2}"; then note ok "$1"; else note FAILED "$1"; failed=$((failed + 1)); fi
+}
+check_not() { # WHAT COMMAND...
+    if "${@:2}"; then note FAILED "$1"; failed=$((failed + 1)); else note ok "$1"; fi
+}
+
+# Each Wine program writes to a file, for Wine's services would keep a pipe open.
+run() { timeout 300 "$root/scripts/wine-run.sh" "$arch" "$@" </dev/null >"$work/out" 2>&1; }
+ends_with() { # CODE PROGRAM ARGS...
+    local result=0
+    run "${@:2}" || result=$?
+    [ $result = "$1" ] || { echo "exit code $result of ${*:2}"; head -20 "$work/out"; return 1; }
+}
+# All programs of the prefix have ended and its registry is in its files.
+settled() { WINEPREFIX=$prefix wineserver -w </dev/null; }
+flushed() {
+    "$root/scripts/wine-run.sh" "$arch" stop
+    settled
+}
+leave() {
+    for arch in i686 x86_64; do "$root/scripts/wine-run.sh" $arch stop; done
+    rm -rf "$work"
+}
+trap leave EXIT
+
+# The classes whose server is the file "Quillon.dll" of the named folder: registered_in FILE FOLDER
+registered_in() {
+    awk -v dll="\\\\\\\\$2\\\\\\\\Quillon.dll\"" '
+        /^\[/ { key = toupper($0); sub(/.*CLSID\\\\/, "", key); sub(/\\\\.*/, "", key) }
+        /^@=/ && $0 ~ dll { print key }' "$1" | sort
+}
+in_manifest() { grep -o 'clsid="[^"]*"' "$1" | cut -d'"' -f2 | sort; }
+same_classes() { # REGISTRY FOLDER MANIFEST
+    [ -s "$3" ] && [ "$(registered_in "$1" "$2")" = "$(in_manifest "$3")" ]
+}
+names_us() { grep -qiE 'quillon|A930D55D-9545|142C8364-7806' "$@"; }
+has() { [ -f "$place/$1" ]; }
+holds() { grep -q "$1" "$2" 2>/dev/null; }
+left_over() { (cd "$place" && find . -type f | sort | tr '\n' ' ') 2>/dev/null; }
+
+# The name of an example file that nobody edits here, and of one that is edited.
+edited=9FFFFF0512040410.ini
+untouched=
+
+newer_installer() {
+    cp -r build/package/stage "$work/newer"
+    for file in "$edited" "$untouched"; do echo "; as of 2.1.15" >>"$work/newer/examples/$file"; done
+    scripts/compile_installer.sh 2.1.15 "$work/newer" "$work/Quillon-2.1.15-setup.exe"
+}
+broken_installer() {
+    cp -r build/package/stage "$work/broken"
+    echo "no DLL" >"$work/broken/32/Quillon.dll"
+    scripts/compile_installer.sh 2.1.14 "$work/broken" "$work/Quillon-broken-setup.exe"
+}
+
+installed() {
+    check "installs silently" ends_with 0 "$setup" /S
+    for folder in $folders; do
+        check "$folder: plug-in" has "$folder/Quillon.dll"
+        check "$folder: settings" has "$folder/$edited"
+        check "$folder: examples as delivered" has "$folder/examples/$untouched"
+        [ ! -f build/package/stage/Quillon.chm ] || check "$folder: help" has "$folder/Quillon.chm"
+    done
+    check "start menu" [ -n "$(find "$prefix/drive_c" -name 'Quillon demo.lnk')" ]
+    check_not "no 64-bit plug-in on a 32-bit system" eval '[ $arch = i686 ] && has 64/Quillon.dll'
+    flushed
+    for folder in $folders; do
+        check "$folder: every class of the manifest is registered" \
+            same_classes "$prefix/system.reg" "$folder" "$place/$folder/Quillon.PlugIn.manifest"
+    done
+    check_not "nothing is registered for the user" names_us "$prefix/user.reg"
+}
+
+# A registered host program loads the registered plug-in; what it changes beside it is the operator's.
+used() {
+    check "the simulated host is registered" ends_with 0 regsvr32 /s "$bench\\Quorvex.dll"
+    check "export through the registered plug-in" ends_with 0 "$bench\\bench.exe" export "Room 101" 'C:\room101.app'
+    check "the exported file is there" holds '<Configuration>' "$prefix/drive_c/room101.app"
+    check "settings are edited beside the installed plug-in" ends_with 0 "$bench\\bench.exe" settings ForceCustomerID operator
+    check "they are those of the registered DLL" holds ForceCustomerID=operator "$place/$own/$edited"
+    check "the simulated host is unregistered" ends_with 0 regsvr32 /s /u "$bench\\Quorvex.dll"
+}
+
+registration_free() {
+    check_not "without registration and manifest there is no host" ends_with 0 "$bench\\bench.exe" list
+    check "the demo runs by its manifest" ends_with 0 "$bench\\bench.exe" --manifest demo.manifest export "Room 102" 'C:\room102.app'
+    check "and exports" holds '<Configuration>' "$prefix/drive_c/room102.app"
+    check_not "a manifest that is missing is told" ends_with 0 "$bench\\bench.exe" --manifest none.manifest list
+}
+
+upgraded() {
+    touch "$place/$own/0123456789AB.tca" "$place/$own/room.app"
+    chmod a-w "$place/$own/Quillon.dll"
+    check "a DLL that cannot be replaced stops the installer" ends_with 3 "$work/Quillon-2.1.15-setup.exe" /S
+    check_not "before anything is changed" holds 2.1.15 "$place/$own/$untouched"
+    chmod a+w "$place/$own/Quillon.dll"
+    check "upgrades silently" ends_with 0 "$work/Quillon-2.1.15-setup.exe" /S
+    check "edited settings are kept" holds ForceCustomerID=operator "$place/$own/$edited"
+    check_not "and not touched" holds 2.1.15 "$place/$own/$edited"
+    check "the new ones lie in examples" holds 2.1.15 "$place/$own/examples/$edited"
+    check "an example that nobody edited is renewed" holds 2.1.15 "$place/$own/$untouched"
+    flushed
+    check "the version is the new one" holds '"DisplayVersion"="2.1.15"' "$prefix/system.reg"
+}
+
+removed() {
+    flushed
+    check "uninstalls silently" ends_with 0 "$place/uninstall.exe" /S
+    settled
+    check "only the operator's files are left: $(left_over)" \
+        [ "$(left_over)" = "./$own/0123456789AB.tca ./$own/$edited ./$own/room.app " ]
+    check_not "no key is left" names_us "$prefix/system.reg" "$prefix/user.reg" "$prefix/userdef.reg"
+    check "nothing in the start menu" [ -z "$(find "$prefix/drive_c" -iname 'Quillon demo.lnk')" ]
+    rm -rf "$place"
+}
+
+for_the_user() {
+    check "installs for the user" ends_with 0 "$setup" /CurrentUser /S
+    flushed
+    local folder
+    place=$(dirname "$(find "$prefix/drive_c" -path '*/Quillon/uninstall.exe')")
+    for folder in $folders; do
+        check "$folder: every class is registered for the user" \
+            same_classes "$prefix/user.reg" "$folder" "$place/$folder/Quillon.PlugIn.manifest"
+    done
+    check_not "nothing is registered for the machine" names_us "$prefix/system.reg"
+    # Waits for its end, and so cannot remove its own file.
+    check "uninstalls for the user" ends_with 0 "$place/uninstall.exe" /CurrentUser /S "_?=$(run winepath -w "$place" && tr -d '\r\n' <"$work/out")"
+    flushed
+    check "no file is left: $(left_over)" eval '[ -z "$(left_over)" ] || [ "$(left_over)" = "./uninstall.exe " ]'
+    check_not "no key is left" names_us "$prefix/system.reg" "$prefix/user.reg"
+    rm -rf "$place"
+}
+
+not_registered() {
+    check "a DLL that cannot be registered is told" ends_with 2 "$work/Quillon-broken-setup.exe" /S
+    check "a good installer mends it" ends_with 0 "$setup" /S
+    check "and is removed" ends_with 0 "$place/uninstall.exe" /S "_?=$(run winepath -w "$place" && tr -d '\r\n' <"$work/out")"
+    rm -rf "$place"
+}
+
+scripts/package.sh --no-build || exit 1
+setup=$(ls "$root"/build/package/Quillon-*-setup.exe)
+untouched=$(cd build/package/stage/examples && find . -maxdepth 1 -type f ! -name "$edited" -printf '%P\n' | sort | tail -1)
+newer_installer || exit 1
+broken_installer || exit 1
+
+for arch in ${1:-i686 x86_64}; do
+    echo "== $arch"
+    if [ "$arch" = i686 ]; then
+        prefix=$QUILLON_WINE_BASE-32 place="$prefix/drive_c/Program Files/Quillon" folders=32 own=32
+    else
+        prefix=$QUILLON_WINE_BASE-64 place="$prefix/drive_c/Program Files (x86)/Quillon" folders="32 64" own=64
+    fi
+    "$root/scripts/wine-run.sh" "$arch" start
+    # The installed demo is a 32-bit program; the 64-bit plug-in is used by a 64-bit one.
+    bench='C:\Program Files\Quillon\demo'
+    if [ "$arch" = x86_64 ]; then
+        cp -r build/package/64 "$prefix/drive_c/bench64"
+        bench='C:\bench64'
+    fi
+    not_registered
+    installed
+    used
+    registration_free
+    upgraded
+    removed
+    for_the_user
+    flushed
+done
+echo "packaging: $failed failed"
+[ $failed = 0 ]
