@@ -2,19 +2,25 @@
 # Builds everything and passes the tests: logic natively under sanitizers and fuzzing, all of it in both
 # bitnesses under Wine.
 #
-#   ./test.sh                the whole
+#   ./test.sh                the whole; what has passed and not changed since is not run again
+#   ./test.sh --again        the whole, whether changed or not
+#   ./test.sh --full         all that takes long as well: a minute of fuzzing a target, every run of the
+#                            fault sweep, the damaged files, the day of ticks, all static checks, coverage
 #   ./test.sh --native       logic alone (installs a compiler, CMake and GoogleTest, nothing else)
-#   ./test.sh --fuzz SECONDS how long each fuzz target runs (default 30; 0 leaves fuzzing out)
+#   ./test.sh --fuzz SECONDS how long each fuzz target runs (default 5; 0 leaves fuzzing out)
 set -u
 cd "$(dirname "$0")" || exit 1
 
 native_only=no
-seconds=30
+full=no
+seconds=5
 while [ $# -gt 0 ]; do
     case "$1" in
         --native) native_only=yes ;;
+        --again) export QUILLON_AGAIN=1 ;;
+        --full) full=yes seconds=60; export QUILLON_FULL=1 QUILLON_AGAIN=1 ;;
         --fuzz) seconds=${2:?--fuzz takes a number of seconds}; shift ;;
-        *) echo "usage: ./test.sh [--native] [--fuzz SECONDS]" >&2; exit 2 ;;
+        *) echo "usage: ./test.sh [--again | --full] [--native] [--fuzz SECONDS]" >&2; exit 2 ;;
     esac
     shift
 done
@@ -22,32 +28,36 @@ done
 passed=0
 failed=0
 summary=()
-record() { # NAME RESULT
-    if [ "$2" = 0 ]; then passed=$((passed + 1)); summary+=("passed  $1"); else failed=$((failed + 1)); summary+=("FAILED  $1"); fi
+record() { # NAME RESULT SECONDS
+    local word=passed
+    if [ "$2" = 0 ]; then passed=$((passed + 1)); else failed=$((failed + 1)); word=FAILED; fi
+    summary+=("$(printf '%-7s %-28s %4s s' "$word" "$1" "${3:-0}")")
 }
 
 # Runs one named step with its output shown; tells when it fails.
 step() {
-    local name=$1
+    local name=$1 begin=$SECONDS
     shift
     echo "== $name"
     "$@"
     local result=$?
-    record "$name" $result
+    record "$name" $result $((SECONDS - begin))
     return $result
 }
 
-build() { cmake --preset "$1" >"build/$1.configure.log" 2>&1 || { tail -n 30 "build/$1.configure.log"; return 1; }
-    cmake --build --preset "$1" -- --quiet; }
+build() {
+    cmake --preset "$1" >"build/$1.configure.log" 2>&1 || { tail -n 30 "build/$1.configure.log"; return 1; }
+    cmake --build --preset "$1" -- --quiet
+}
 
 run_tests() { # PRESET
     local log=build/$1.ctest.log result=0
     # A loaded machine can let a real window wait too long once; what fails twice has failed.
     local options=(--test-dir "build/$1" --output-on-failure --no-tests=error --repeat until-pass:2)
-    ctest "${options[@]}" -j2 -E '^bench\.' >"$log" 2>&1 || result=1
-    # The bench's tests register the DLLs for all; they run alone.
-    [ "$1" = native ] || ctest "${options[@]}" -j1 -R '^bench\.' >>"$log" 2>&1 || result=1
-    if [ $result = 0 ]; then grep 'tests passed' "$log"; else grep -v ' Passed ' "$log" | tail -n 200; fi
+    ctest "${options[@]}" -j2 -E '^(bench|acceptance)\.' >"$log" 2>&1 || result=1
+    # These register the DLLs for all, or hold the screen; they run alone.
+    [ "$1" = native ] || ctest "${options[@]}" -j1 -R '^(bench|acceptance)\.' >>"$log" 2>&1 || result=1
+    if [ $result = 0 ]; then grep 'tests passed' "$log"; else grep -vE ' Passed |^\[ +(OK|RUN) ' "$log" | tail -n 200; fi
     return $result
 }
 
@@ -78,10 +88,29 @@ if [ $setup = 3 ]; then
     record "32-bit Wine" 1
     bitnesses=(win64:x86_64)
 fi
+
+# Both bitnesses are tested side by side, each in a Wine prefix of its own.
+tests_of() { # PRESET ARCH
+    local begin=$SECONDS result
+    scripts/wine-run.sh "$2" start
+    run_tests "$1" >"build/$1.tests.txt" 2>&1
+    result=$?
+    scripts/wine-run.sh "$2" stop
+    echo $((SECONDS - begin)) >"build/$1.seconds"
+    return $result
+}
+running=()
 for pair in "${bitnesses[@]}"; do
-    preset=${pair%:*}
-    scripts/wine-run.sh "${pair#*:}" start
-    step "$preset build" build "$preset" && step "$preset tests" run_tests "$preset"
-    scripts/wine-run.sh "${pair#*:}" stop
+    step "${pair%:*} build" build "${pair%:*}" || continue
+    tests_of "${pair%:*}" "${pair#*:}" &
+    running+=("${pair%:*}:$!")
+done
+for test in "${running[@]}"; do
+    wait "${test#*:}"
+    result=$?
+    preset=${test%:*}
+    echo "== $preset tests"
+    cat "build/$preset.tests.txt"
+    record "$preset tests" $result "$(cat "build/$preset.seconds")"
 done
 finish

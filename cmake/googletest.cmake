@@ -1,16 +1,56 @@
 # GoogleTest from Debian's source package, built with the flags of this build.
-include(GoogleTest)
 set(gtest_force_shared_crt ON CACHE BOOL "" FORCE)
 set(INSTALL_GTEST OFF CACHE BOOL "" FORCE)
 add_subdirectory(/usr/src/googletest ${CMAKE_BINARY_DIR}/googletest EXCLUDE_FROM_ALL)
 
-# A test program of ours, its cases known to ctest one by one.
-#   quillon_test(NAME [SERIAL] SOURCES... LIBRARIES...)   SERIAL: with no other test beside it
+# Test code is built to be compiled fast, not to run fast: no optimisation, line numbers alone, and the
+# headers that every test includes compiled once.
+#   quillon_test_code(TARGET [PLATFORM])   PLATFORM: its sources include the platform's headers
+function(quillon_test_code target)
+  cmake_parse_arguments(ARG "PLATFORM" "" "" ${ARGN})
+  target_compile_options(${target} PRIVATE "$<$<COMPILE_LANGUAGE:CXX>:-O0;-g1>")
+  set(headers <functional> <memory> <optional> <string> <vector> <gmock/gmock.h> <gtest/gtest.h>)
+  if(ARG_PLATFORM)
+    list(PREPEND headers ${CMAKE_SOURCE_DIR}/src/com/platform.h)
+  endif()
+  target_precompile_headers(${target} PRIVATE ${headers})
+endfunction()
+
+# A test that is not run again while nothing of it has changed since it passed (scripts/unless_passed.sh).
+#   quillon_add_test(NAME COMMAND... [DEPENDS FILES...])   DEPENDS: what decides its outcome
+function(quillon_add_test name)
+  cmake_parse_arguments(ARG "" "" "COMMAND;DEPENDS" ${ARGN})
+  add_test(NAME ${name} COMMAND ${CMAKE_SOURCE_DIR}/scripts/unless_passed.sh
+    ${CMAKE_BINARY_DIR}/passed ${name} ${ARG_DEPENDS} -- ${ARG_COMMAND})
+endfunction()
+
+# A test program of ours. It is run as a whole, or in SHARDS parts, each a process of its own.
+#   quillon_test(NAME [SERIAL] [PLATFORM] [SHARDS n] SOURCES... LIBRARIES... [DEPENDS FILES...])
+# SERIAL: with no other test beside it.
 function(quillon_test name)
-  cmake_parse_arguments(ARG "SERIAL" "" "SOURCES;LIBRARIES;ENVIRONMENT" ${ARGN})
+  cmake_parse_arguments(ARG "SERIAL;PLATFORM" "SHARDS" "SOURCES;LIBRARIES;ENVIRONMENT;DEPENDS" ${ARGN})
   add_executable(${name} ${ARG_SOURCES})
   quillon_warnings(${name})
   target_link_libraries(${name} PRIVATE ${ARG_LIBRARIES} GTest::gmock_main)
-  gtest_discover_tests(${name} DISCOVERY_MODE PRE_TEST DISCOVERY_TIMEOUT 60
-    PROPERTIES TIMEOUT 120 RUN_SERIAL ${ARG_SERIAL} ENVIRONMENT "${ARG_ENVIRONMENT}")
+  set(platform)
+  if(ARG_PLATFORM)
+    set(platform PLATFORM)
+  endif()
+  quillon_test_code(${name} ${platform})
+  set(shards 1)
+  if(ARG_SHARDS)
+    set(shards ${ARG_SHARDS})
+  endif()
+  math(EXPR last "${shards} - 1")
+  foreach(shard RANGE ${last})
+    set(test ${name})
+    if(shards GREATER 1)
+      set(test ${name}.${shard})
+    endif()
+    quillon_add_test(${test}
+      COMMAND ${CMAKE_CROSSCOMPILING_EMULATOR} $<TARGET_FILE:${name}> --gtest_brief=1
+      DEPENDS $<TARGET_FILE:${name}> ${ARG_DEPENDS})
+    set_tests_properties(${test} PROPERTIES TIMEOUT 600 RUN_SERIAL ${ARG_SERIAL}
+      ENVIRONMENT "GTEST_TOTAL_SHARDS=${shards};GTEST_SHARD_INDEX=${shard};${ARG_ENVIRONMENT}")
+  endforeach()
 endfunction()

@@ -25,6 +25,11 @@ void Calibration(Session& session, const Words& words);
 void Temperature(Session& session, const Words& words);
 void Window(Session& session, const Words& words);
 
+// Windows of devices
+void Open(Session& session, const Words& words);
+void Close(Session& session, const Words& words);
+void Parameters(Session& session, const Words& words);
+
 // The host and the bench itself
 void Settings(Session& session, const Words& words);
 void Fail(Session& session, const Words& words);

@@ -4,6 +4,7 @@
 
 #include "com/error.h"
 #include "com/module.h"
+#include "dialog_driver.h"
 #include "output.h"
 
 namespace quorvex::bench {
@@ -31,18 +32,6 @@ std::wstring_view AnswerOf(int id) {
         if (button.id == id) return button.answer;
     }
     return L"";
-}
-
-std::wstring TextOf(HWND window) {
-    std::wstring text(static_cast<std::size_t>(GetWindowTextLengthW(window)) + 1, L'\0');
-    const int length = GetWindowTextW(window, text.data(), static_cast<int>(text.size()));
-    text.resize(static_cast<std::size_t>(length));
-    return text;
-}
-
-std::wstring ClassOf(HWND window) {
-    wchar_t name[64];
-    return {name, static_cast<std::size_t>(GetClassNameW(window, name, std::size(name)))};
 }
 
 struct Content {

@@ -6,6 +6,7 @@
 #include <string>
 #include <vector>
 
+#include "device_windows.h"
 #include "host.h"
 #include "message_boxes.h"
 #include "script_reader.h"
@@ -31,7 +32,7 @@ std::wstring UsageError(const Words& words);
 
 class Session {
 public:
-    explicit Session(Host& host) : m_host(host) {}
+    explicit Session(Host& host) : m_host(host), m_windows(host) {}
 
     // Runs one command. A message box that nobody had an answer for makes it fail. Throws Failure.
     void Run(const Words& words);
@@ -43,6 +44,7 @@ public:
 
     Host& GetHost() { return m_host; }
     MessageBoxes& Boxes() { return m_boxes; }
+    DeviceWindows& Windows() { return m_windows; }
     void SetVariable(const std::wstring& name, const std::wstring& value) {
         m_variables[name] = value;
     }
@@ -54,6 +56,7 @@ private:
 
     Host& m_host;
     MessageBoxes m_boxes;
+    DeviceWindows m_windows;
     std::map<std::wstring, std::wstring, std::less<>> m_variables;
     std::size_t m_checkedBoxes = 0;
     std::size_t m_checkedMisuse = 0;

@@ -3,6 +3,8 @@
 #include <shlwapi.h>
 
 #include "com/error.h"
+#include "com/error_text.h"
+#include "com/handle.h"
 #include "com/text.h"
 #include "com/variant.h"
 
@@ -15,41 +17,17 @@ constexpr CLSID kDocument60 = {
 constexpr CLSID kDocument30 = {
     0xF5078F32, 0xC551, 0x11D3, {0x89, 0xB9, 0x00, 0x00, 0xF8, 0x1F, 0xE2, 0x21}};
 
-std::wstring SystemText(HRESULT result) {
-    const DWORD code = HRESULT_FACILITY(result) == FACILITY_WIN32
-                           ? static_cast<DWORD>(HRESULT_CODE(result))
-                           : static_cast<DWORD>(result);
-    wchar_t text[512];
-    const DWORD length = FormatMessageW(FORMAT_MESSAGE_FROM_SYSTEM | FORMAT_MESSAGE_IGNORE_INSERTS,
-                                        nullptr, code, 0, text, 512, nullptr);
-    std::wstring message(text, length);
-    while (!message.empty() && message.back() <= L' ') message.pop_back();
-    return message.empty() ? L"The file cannot be read." : message;
+std::wstring FaultText(HRESULT result) {
+    const std::wstring text = SystemText(result);
+    return text.empty() ? L"The file cannot be read." : text;
 }
-
-class FileHandle {
-public:
-    explicit FileHandle(const std::wstring& path)
-        : m_handle(CreateFileW(path.c_str(), GENERIC_READ, FILE_SHARE_READ, nullptr, OPEN_EXISTING,
-                               FILE_FLAG_SEQUENTIAL_SCAN, nullptr)) {}
-    FileHandle(const FileHandle&) = delete;
-    FileHandle& operator=(const FileHandle&) = delete;
-    ~FileHandle() {
-        if (IsOpen()) CloseHandle(m_handle);
-    }
-    bool IsOpen() const { return m_handle != INVALID_HANDLE_VALUE; }
-    HANDLE Get() const { return m_handle; }
-
-private:
-    HANDLE m_handle;
-};
 
 // The whole file as an array of bytes.
 HRESULT ReadBytes(const std::wstring& path, Variant& bytes) {
-    const FileHandle file(path);
+    const Handle file(CreateFileW(path.c_str(), GENERIC_READ, FILE_SHARE_READ, nullptr,
+                                  OPEN_EXISTING, FILE_FLAG_SEQUENTIAL_SCAN, nullptr));
     LARGE_INTEGER size{};
-    if (!file.IsOpen() || !GetFileSizeEx(file.Get(), &size))
-        return HRESULT_FROM_WIN32(GetLastError());
+    if (!file || !GetFileSizeEx(file.Get(), &size)) return HRESULT_FROM_WIN32(GetLastError());
     if (static_cast<unsigned long long>(size.QuadPart) > kLargestXmlFile)
         return HRESULT_FROM_WIN32(ERROR_FILE_TOO_LARGE);
     SAFEARRAY* array = SafeArrayCreateVector(VT_UI1, 0, static_cast<ULONG>(size.QuadPart));
@@ -120,10 +98,10 @@ XmlLoad LoadXmlFile(IXMLDOMDocument2* document, const std::wstring& path) {
     // grows with the square of the size.
     Variant source;
     if (const HRESULT read = ReadBytes(path, source); FAILED(read))
-        return {false, SystemText(read), {}};
+        return {false, FaultText(read), {}};
     VARIANT_BOOL succeeded = VARIANT_FALSE;
     const HRESULT loaded = document->load(source, &succeeded);
-    if (FAILED(loaded)) return {false, SystemText(loaded), {}};
+    if (FAILED(loaded)) return {false, FaultText(loaded), {}};
     if (!succeeded) return ParseFault(document);
     if (HasDocumentType(document))
         return {false, L"A document type declaration is not allowed.", {}};

@@ -9,12 +9,11 @@ namespace quillon {
 namespace {
 
 void TakeEntry(std::vector<Option>& options, std::wstring_view entry) {
-    if (entry.empty()) return;
-    const std::size_t comma = std::min(entry.find(L','), entry.size());
-    const std::size_t label = std::min(comma + 1, entry.size());
+    const std::size_t comma = entry.find(L',');
+    if (comma == std::wstring_view::npos) return;
     try {
         options.push_back(
-            {LenientWhole(entry.substr(0, comma)), std::wstring(entry.substr(label))});
+            {LenientWhole(entry.substr(0, comma)), std::wstring(entry.substr(comma + 1))});
     } catch (const NumberError&) {
         // The host has no such code, so there is nothing that this entry could choose.
     }

@@ -27,8 +27,15 @@ std::wstring ShortPath(const std::wstring& path) {
     return shortened;
 }
 
-// The settings functions take 8-bit paths. One that the code page cannot spell is reached by its
-// short form; for a file that does not exist yet, by the short form of its folder.
+// An empty or missing section or key would make the system list or delete, a missing file name read
+// its own settings.
+bool NamesOneKey(const std::wstring& file, const std::wstring& section, const std::wstring& key) {
+    const auto named = [](const std::wstring& name) { return !name.empty() && name[0] != L'\0'; };
+    return named(file) && named(section) && named(key);
+}
+
+}  // namespace
+
 std::string SystemPath(const std::wstring& path) {
     bool lossy = false;
     std::string narrow = Narrow(path, &lossy);
@@ -39,15 +46,6 @@ std::string SystemPath(const std::wstring& path) {
     const std::wstring folder = ShortPath(path.substr(0, mark));
     return folder.empty() ? narrow : Narrow(folder + path.substr(mark));
 }
-
-// An empty or missing section or key would make the system list or delete, a missing file name read
-// its own settings.
-bool NamesOneKey(const std::wstring& file, const std::wstring& section, const std::wstring& key) {
-    const auto named = [](const std::wstring& name) { return !name.empty() && name[0] != L'\0'; };
-    return named(file) && named(section) && named(key);
-}
-
-}  // namespace
 
 std::wstring ReadIniValue(const std::wstring& file, const std::wstring& section,
                           const std::wstring& key) {

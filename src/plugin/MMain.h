@@ -17,6 +17,10 @@ std::wstring ReadIniValue(const std::wstring& file, const std::wstring& section,
 void WriteIniValue(const std::wstring& file, const std::wstring& section, const std::wstring& key,
                    const std::wstring& value);
 
+// A path for a platform call that takes 8-bit text. One that the code page cannot spell is given by
+// its short form; that of a file that does not exist by the short form of its folder.
+std::string SystemPath(const std::wstring& path);
+
 // "," when the machine's regional settings write 0.5 with one, else ".".
 std::wstring LocalDecimalSeparator();
 

@@ -5,6 +5,8 @@
 #include <cstddef>
 #include <cstdint>
 
+#include "plugin/blanks.h"
+
 namespace quillon {
 namespace {
 
@@ -18,12 +20,6 @@ bool IsControl(wchar_t character) {
     return code < 0x20 || (code >= 0x7F && code < 0xA0);
 }
 
-std::wstring_view Trimmed(std::wstring_view text) {
-    const std::size_t first = text.find_first_not_of(L' ');
-    if (first == std::wstring_view::npos) return {};
-    return text.substr(first, text.find_last_not_of(L' ') - first + 1);
-}
-
 // The system takes the superscripts 1 to 3 for port numbers, too.
 bool IsPortNumber(wchar_t character) {
     return (character >= L'1' && character <= L'9') || character == L'\u00B9' ||
@@ -32,12 +28,23 @@ bool IsPortNumber(wchar_t character) {
 
 // The system looks at what precedes the first dot, without the blanks around it.
 bool IsDeviceName(std::wstring_view name) {
-    std::wstring stem(Trimmed(name.substr(0, name.find(L'.'))));
+    std::wstring stem(WithoutBlanks(name.substr(0, name.find(L'.'))));
     std::transform(stem.begin(), stem.end(), stem.begin(), Upper);
     constexpr std::array<std::wstring_view, 4> kNames{L"CON", L"PRN", L"AUX", L"NUL"};
     if (std::find(kNames.begin(), kNames.end(), stem) != kNames.end()) return true;
     return stem.size() == 4 && (stem.starts_with(L"COM") || stem.starts_with(L"LPT")) &&
            IsPortNumber(stem.back());
+}
+
+constexpr std::wstring_view kSeparators = L"\\/";
+
+// One part of a path that names what it says and nothing else; may be empty.
+bool IsPlainName(std::wstring_view part) {
+    constexpr std::wstring_view kForbidden = L":*?\"<>|";
+    if (part.find_first_of(kForbidden) != std::wstring_view::npos) return false;
+    if (std::any_of(part.begin(), part.end(), IsControl)) return false;
+    if (part.ends_with(L'.') || part.ends_with(L' ')) return false;
+    return !IsDeviceName(part);
 }
 
 }  // namespace
@@ -46,16 +53,23 @@ std::wstring SettingsValue(std::wstring_view asRead) {
     if (asRead == kSettingNotFound) return {};
     const std::size_t comment = asRead.find(L'/');
     if (comment == std::wstring_view::npos) return std::wstring(asRead);
-    return std::wstring(Trimmed(asRead.substr(0, comment)));
+    return std::wstring(WithoutBlanks(asRead.substr(0, comment)));
 }
 
 std::optional<std::wstring> SettingsFileName(std::wstring_view programId) {
-    constexpr std::wstring_view kForbidden = L"\\/:*?\"<>|";
-    if (programId.find_first_of(kForbidden) != std::wstring_view::npos) return std::nullopt;
-    if (std::any_of(programId.begin(), programId.end(), IsControl)) return std::nullopt;
-    if (programId.ends_with(L'.') || programId.ends_with(L' ')) return std::nullopt;
-    if (IsDeviceName(programId)) return std::nullopt;
+    if (programId.find_first_of(kSeparators) != std::wstring_view::npos) return std::nullopt;
+    if (!IsPlainName(programId)) return std::nullopt;
     return std::wstring(programId) + L".ini";
+}
+
+bool NamesFileInside(std::wstring_view name) {
+    while (true) {
+        const std::size_t end = name.find_first_of(kSeparators);
+        const std::wstring_view part = name.substr(0, end);
+        if (part.empty() || !IsPlainName(part)) return false;
+        if (end == std::wstring_view::npos) return true;
+        name.remove_prefix(end + 1);
+    }
 }
 
 }  // namespace quillon

@@ -24,4 +24,11 @@ std::wstring SettingsValue(std::wstring_view asRead);
 // let the system choose "best fit" characters: some of those are separators.
 std::optional<std::wstring> SettingsFileName(std::wstring_view programId);
 
+// Whether a file name out of a settings file stays in the folder that it is taken from: a plain
+// name, or a path through folders in there. False for the empty one and for one that climbs out or
+// reaches another thing than a file: a separator in front (root or share), a part of dots and
+// blanks alone ("..") or that ends in one of them, one of : * ? " < > | or a control character, a
+// device name as in SettingsFileName. Such a name counts as that of a missing file.
+bool NamesFileInside(std::wstring_view name);
+
 }  // namespace quillon

@@ -87,10 +87,10 @@ frmVantor::~frmVantor() {
 }
 
 bool frmVantor::OnInit() {
-    m_actions = {[this](int id, HWND) { OnPageCommand(id); },
-                 [this](HWND list) { static_cast<void>(list); },
+    m_actions = {[this](int id, HWND) { OnPageCommand(id); }, [this](HWND list) { EditRow(list); },
                  [this](HWND list, POINT screen) { OnListMenu(list, screen); },
-                 [this](HWND control) { return ListOf(control); }};
+                 [this](HWND control) { return ListOf(control); },
+                 [this](int label) { PostEdit(label); }};
     m_caption = kDesignCaption;
     m_layout.Start(Handle());
     m_layout.Add(IDC_SSTAB1, ui::kFill);
@@ -155,6 +155,7 @@ void frmVantor::OnDestroyed() {
     if (m_events) m_events->Stop();
     m_events.Reset();
     m_listOf.clear();
+    m_label.ClosePort();
     ImageList_Destroy(m_ilSmall);
     for (HICON* icon : {&m_icon, &m_failureIcon, &m_ledOn, &m_ledOff})
         if (*icon) DestroyIcon(std::exchange(*icon, nullptr));
@@ -276,6 +277,7 @@ void frmVantor::ShowPage() {
     const TabTimers timers = TimersOfTab(m_tab);
     StartTimer(Timer::kTmrNvs, timers.nvs);
     StartTimer(Timer::kTmrHw, timers.hw);
+    if (m_tab == kTabLabelPrint) SetUpLabelTab();
 }
 
 void frmVantor::ArrangePages() {
@@ -328,7 +330,10 @@ bool frmVantor::OnKey(const MSG& message) {
         case VK_RETURN:
         case VK_F2:
             // Enter never presses a button, not even the focused one: that could be Reset.
-            if (RowList* list = FocusedList()) m_actions.editRow(list->Control());
+            if (RowList* list = FocusedList())
+                m_actions.editRow(list->Control());
+            else
+                PostEditOfFocused();
             return true;
         case 'C':
         case 'A':

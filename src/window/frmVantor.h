@@ -7,13 +7,16 @@
 #include <memory>
 #include <string>
 
+#include "com/module.h"
 #include "com/ptr.h"
+#include "editors/DataPoint.h"
 #include "plugin/CDevice.h"
 #include "ui/dialog.h"
 #include "ui/form_list.h"
 #include "ui/keyboard.h"
 #include "ui/layout.h"
 #include "window/DeviceEvents.h"
+#include "window/LabelPrinting.h"
 #include "window/RowList.h"
 #include "window/device_state.h"
 #include "window/pages.h"
@@ -101,6 +104,8 @@ private:
     // Live values (frmVantorTimers.cpp)
     void StartTimer(Timer timer, std::uint32_t interval);
     void OnTmrPolling();
+    // Reads the value of a main-view label; true when the device answered. Throws com::Error.
+    bool ReadMainViewLabel(int index);
     void OnTmrNvs();
     void OnTmrHw();
     void OnTmrAppStatus();
@@ -109,6 +114,16 @@ private:
     void ApplyFreeze(bool freeze);
     void Thaw();
     com::Ptr<IDispatch> NetworkVariables();
+
+    // Editing (frmVantorEdit.cpp)
+    void EditRow(HWND list);
+    void RefreshEditedRow(RowList& list, std::size_t place, const std::wstring& key,
+                          const DataPoint& point);
+    // Main-view values (frmVantorMainView.cpp)
+    // Posted, so that no dialog runs inside the hook that a key comes from, or inside a page.
+    void PostEdit(int index) const;
+    void PostEditOfFocused() const;
+    void EditMainViewValue(int index);
 
     // Commands (frmVantorCommands.cpp)
     void OnPageCommand(int id);
@@ -121,6 +136,15 @@ private:
     void UpdateActionMenu();
     void OnDeviceEvent(DeviceEvent event, const std::wstring& text);
     void RefreshPoint(const std::wstring& text);
+
+    // Label printing (frmVantorLabel.cpp)
+    void SetUpLabelTab();
+    std::optional<std::size_t> ChosenModel();
+    void ChooseModel();
+    void EnablePrinting(bool enable);
+    void PrintLabel();
+    bool SendLabel(std::size_t position);
+    void EndPrint();
 
     com::ModuleLock m_module;
     com::Ptr<CDevice> m_object;
@@ -153,6 +177,8 @@ private:
     std::vector<Staleness> m_monitorAge;
     std::array<std::uint32_t, kTimers> m_intervals{};
     std::array<bool, kTimers> m_ticking{};
+    LabelPrinting m_label{com::ModuleFolder()};
+    std::int32_t m_applicationCodeIndex = 0;
     MainViewCycle m_mainView;
     std::int32_t m_monitorRow = 0;
     std::int32_t m_stateNumber = -1;
@@ -160,7 +186,9 @@ private:
     bool m_outputFlag = false;
     bool m_disabledByFreeze = false;
     bool m_busy = false;
+    bool m_editing = false;
     bool m_loading = false;
+    bool m_printing = false;
     bool m_failureShown = false;
 };
 

@@ -7,8 +7,8 @@
 #include "com/module.h"
 #include "editors/frmVantorAbout.h"
 #include "plugin/CRegistry.h"
-#include "plugin/code_page.h"
-#include "plugin/number_text.h"
+#include "plugin/MMain.h"
+#include "plugin/settings_text.h"
 #include "ui/file_dialog.h"
 #include "ui/message_box.h"
 #include "ui/module.h"
@@ -31,17 +31,21 @@ const ui::FileFilter kApplicationFiles{L"APP Files (*.app)", L"*.app"};
 // The viewer is loaded when it is first needed: the plug-in must load on a machine that has none.
 // It stays loaded, for its windows may outlive the device window.
 void OpenHelpFile(HWND owner, const std::wstring& file) {
-    const HMODULE viewer = LoadLibraryW(L"hhctrl.ocx");
+    const HMODULE viewer = LoadLibraryExW(L"hhctrl.ocx", nullptr, LOAD_LIBRARY_SEARCH_SYSTEM32);
     if (!viewer) return;
     const auto open = reinterpret_cast<decltype(&HtmlHelpA)>(
         reinterpret_cast<void*>(GetProcAddress(viewer, "HtmlHelpA")));
-    if (open) open(owner, Narrow(file).c_str(), HH_DISPLAY_TOPIC, 0);
+    if (open) open(owner, SystemPath(file).c_str(), HH_DISPLAY_TOPIC, 0);
 }
 
 }  // namespace
 
 bool frmVantor::OnCommand(int id, int, HWND control) {
     if (control) return false;
+    if (id >= IDC_LBLNV_FIRST && id <= IDC_LBLNV_LAST) {
+        EditMainViewValue(id - IDC_LBLNV_FIRST);
+        return true;
+    }
     switch (id) {
         case IDM_FILE_EXIT:
             Unload();
@@ -61,6 +65,9 @@ bool frmVantor::OnCommand(int id, int, HWND control) {
         case IDM_ABOUT:
             frmVantorAbout().ShowModal(Handle());
             return true;
+        case IDM_EDIT_VALUE:
+            if (RowList* list = FocusedList()) EditRow(list->Control());
+            return true;
         case IDM_COPY:
             if (RowList* list = FocusedList()) list->CopySelected();
             return true;
@@ -73,6 +80,8 @@ bool frmVantor::OnCommand(int id, int, HWND control) {
 }
 
 void frmVantor::OnPageCommand(int id) {
+    if (id == IDC_NIMBRA_MODEL_LIST) return ChooseModel();
+    if (id == IDC_NIMBRA_PRINTBUTTON) return PrintLabel();
     com::Quietly([&] {
         VARIANT_BOOL done = VARIANT_FALSE;
         const com::Ptr<IDevice> device = m_device;
@@ -92,8 +101,9 @@ void frmVantor::OnListMenu(HWND list, POINT screen) {
     const HMENU popup = GetSubMenu(menu, 0);
     const UINT none = ListOf(list)->Selected() ? MF_ENABLED : MF_GRAYED;
     EnableMenuItem(popup, IDM_COPY, MF_BYCOMMAND | none);
-    // Editing has no dialogs yet.
-    EnableMenuItem(popup, IDM_EDIT_VALUE, MF_BYCOMMAND | MF_GRAYED);
+    EnableMenuItem(popup, IDM_EDIT_VALUE, MF_BYCOMMAND | none);
+    // The entries act on the list that has the focus.
+    SetFocus(list);
     TrackPopupMenu(popup, TPM_LEFTALIGN | TPM_RIGHTBUTTON, screen.x, screen.y, 0, Handle(),
                    nullptr);
     DestroyMenu(menu);
@@ -165,7 +175,8 @@ void frmVantor::OpenHelp() {
                         L"Help viewer non installed on this machine");
         return;
     }
-    OpenHelpFile(Handle(), com::ModuleFolder() + L"\\" + m_htmlHelp);
+    if (NamesFileInside(m_htmlHelp))
+        OpenHelpFile(Handle(), com::ModuleFolder() + L"\\" + m_htmlHelp);
 }
 
 void frmVantor::OpenDocumentation() {
@@ -180,9 +191,9 @@ void frmVantor::OpenDocumentation() {
     if (!IsOpen()) return;
     std::intptr_t result = kShellFileNotFound;
     if (bulletin)
-        result = reinterpret_cast<std::intptr_t>(
-            ShellExecuteA(Handle(), "open", Narrow(com::ModuleFolder() + L"\\" + *bulletin).c_str(),
-                          nullptr, nullptr, SW_SHOWMAXIMIZED));
+        result = reinterpret_cast<std::intptr_t>(ShellExecuteA(
+            Handle(), "open", SystemPath(com::ModuleFolder() + L"\\" + *bulletin).c_str(), nullptr,
+            nullptr, SW_SHOWMAXIMIZED));
     if (const auto message = DocumentationMessage(result)) ui::ShowMessage(*message, MB_OK);
 }
 

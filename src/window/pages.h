@@ -14,10 +14,12 @@ namespace quillon {
 
 // What a page asks its frame to do.
 struct PageActions {
-    std::function<void(int command, HWND control)> command;  // a button was pressed
-    std::function<void(HWND list)> editRow;                  // Enter, F2 or double click
-    std::function<void(HWND list, POINT screen)> listMenu;   // right button or menu key
-    std::function<RowList*(HWND control)> listOf;            // the list behind a control
+    std::function<void(int command, HWND control)>
+        command;                                            // a button was pressed, an entry chosen
+    std::function<void(HWND list)> editRow;                 // Enter, F2 or double click
+    std::function<void(HWND list, POINT screen)> listMenu;  // right button or menu key
+    std::function<RowList*(HWND control)> listOf;           // the list behind a control
+    std::function<void(int label)> editLabel;               // double click on a lblNV
 };
 
 // A page made of one dialog resource; its controls follow its edges as given.

@@ -35,8 +35,9 @@ TEST(ParseOptionList, LabelRunsFromTheFirstCommaToTheEnd) {
     EXPECT_EQ(ParseOptionList(L"1,;"), (Options{{1, L""}}));
 }
 
-TEST(ParseOptionList, EntryWithoutCommaIsACodeWithAnEmptyLabel) {
-    EXPECT_EQ(ParseOptionList(L"7;Off"), (Options{{7, L""}, {0, L""}}));
+TEST(ParseOptionList, EntryWithoutCommaIsSkipped) {
+    EXPECT_EQ(ParseOptionList(L"7;Off"), Options{});
+    EXPECT_EQ(ParseOptionList(L"7;1,On;Off;"), (Options{{1, L"On"}}));
 }
 
 TEST(ParseOptionList, CodesAreLenientNumbers) {

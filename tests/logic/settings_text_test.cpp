@@ -82,5 +82,43 @@ TEST(SettingsFileName, NamesThatOnlyBeginLikeADeviceAreFiles) {
     }
 }
 
+TEST(NamesFileInside, PlainNamesAndPathsThroughFoldersInThere) {
+    for (const wchar_t* name : {L"room.zpl", L"labels\\room.zpl", L"labels/room.zpl", L"a.b.c",
+                                L"...x", L"x..y\\z", L"Gr\u00F6\u00DFe.epl", L"COM10"}) {
+        EXPECT_TRUE(NamesFileInside(name)) << name;
+    }
+}
+
+TEST(NamesFileInside, NothingThatClimbsOutOrNamesAnotherThing) {
+    for (const wchar_t* name : {L"",
+                                L"..",
+                                L".",
+                                L"..\\room.zpl",
+                                L"labels\\..\\..\\x",
+                                L"labels/../../x",
+                                L"\\x",
+                                L"/x",
+                                L"\\\\host\\share\\x",
+                                L"C:x",
+                                L"C:\\x",
+                                L"x:stream",
+                                L"labels\\",
+                                L"labels\\\\x",
+                                L".. \\x",
+                                L"...\\x",
+                                L"x ",
+                                L"x.",
+                                L"a*",
+                                L"a?b",
+                                L"a|b",
+                                L"a\tb",
+                                L"NUL",
+                                L"COM1",
+                                L"labels\\COM1.zpl",
+                                L"con\\x"}) {
+        EXPECT_FALSE(NamesFileInside(name)) << name;
+    }
+}
+
 }  // namespace
 }  // namespace quillon
