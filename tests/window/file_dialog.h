@@ -1,0 +1,40 @@
+// Answers the platform's file dialogs.
+#pragma once
+
+#include <windows.h>
+
+#include <functional>
+#include <string>
+
+namespace quillon::test {
+
+// Answers the next file dialog: with a name, or by Cancel when it is empty. `before` runs first. A
+// dialog that never comes up fails the test. One at a time.
+class FileDialog {
+public:
+    explicit FileDialog(std::wstring name, std::function<void()> before = {});
+    FileDialog(const FileDialog&) = delete;
+    FileDialog& operator=(const FileDialog&) = delete;
+    ~FileDialog();
+
+    const std::wstring& Title() const { return m_title; }
+    const std::wstring& Proposed() const { return m_proposed; }
+
+private:
+    static BOOL CALLBACK OnWindow(HWND window, LPARAM found);
+    static void CALLBACK OnTimer(HWND, UINT, UINT_PTR timer, DWORD);
+    void Answer(HWND dialog);
+
+    UINT_PTR m_timer = 0;
+    std::wstring m_name;
+    std::function<void()> m_before;
+    std::wstring m_title;
+    std::wstring m_proposed;
+    bool m_seen = false;
+};
+
+// Makes what the system keeps after its first file dialogs, once; true when it did. The file is not
+// written.
+bool WarmUpFileDialogs(const std::wstring& file);
+
+}  // namespace quillon::test
