@@ -83,6 +83,7 @@ private:
     void ShowPage();
     void FillTabs(bool showHardware);
     void MoveTab(int direction);
+    void HideTab(int tab);
     void OnSize();
     void SetCaptionAndIcon(const std::wstring& caption, bool failure);
     Page& PageAt(int tab) { return *m_pages[static_cast<std::size_t>(tab)]; }
@@ -111,6 +112,9 @@ private:
     void OnTmrHw();
     void OnTmrAppStatus();
     void OnTimer1();
+    void ShowInputs(const std::array<bool, 4>& states);
+    void CalibrationStep(std::int16_t count, std::uint8_t inputs);
+    void FinishCalibration();
     void CountStaleness();
     void ApplyFreeze(bool freeze);
     void Thaw();
@@ -120,6 +124,7 @@ private:
     void EditRow(HWND list);
     void RefreshEditedRow(RowList& list, std::size_t place, const std::wstring& key,
                           const DataPoint& point);
+
     // Main-view values (frmVantorMainView.cpp)
     // Posted, so that no dialog runs inside the hook that a key comes from, or inside a page.
     void PostEdit(int index) const;
@@ -129,6 +134,8 @@ private:
     // Commands (frmVantorCommands.cpp)
     void OnPageCommand(int id);
     void OnListMenu(HWND list, POINT screen);
+    void SaveCalibrationFile();
+    void LoadCalibrationFile();
     void OpenHelp();
     void OpenDocumentation();
     void RunBusy(const std::function<void()>& work);

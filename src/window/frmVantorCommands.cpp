@@ -49,6 +49,12 @@ bool frmVantor::OnCommand(int id, int, HWND control) {
         case IDM_FILE_EXIT:
             Unload();
             return true;
+        case IDM_CALIBRATIONS_SAVE:
+            SaveCalibrationFile();
+            return true;
+        case IDM_CALIBRATIONS_LOAD:
+            LoadCalibrationFile();
+            return true;
         case IDM_DOCUMENTATION:
             OpenDocumentation();
             return true;
@@ -75,6 +81,8 @@ bool frmVantor::OnCommand(int id, int, HWND control) {
 void frmVantor::OnPageCommand(int id) {
     if (id == IDC_NIMBRA_MODEL_LIST) return ChooseModel();
     if (id == IDC_NIMBRA_PRINTBUTTON) return PrintLabel();
+    if (id == IDC_CMDSAVETOFILE) return SaveCalibrationFile();
+    if (id == IDC_CMDLOADFROMFILE) return LoadCalibrationFile();
     com::Quietly([&] {
         VARIANT_BOOL done = VARIANT_FALSE;
         const com::Ptr<IDevice> device = m_device;
@@ -111,8 +119,6 @@ void frmVantor::ShowApplicationMenu(bool show) {
     if (!show) DeleteMenu(action, kBreakEntry, MF_BYPOSITION);
     if (display == VARIANT_FALSE) DeleteMenu(action, kDisplayEntry, MF_BYPOSITION);
     if (!show) DeleteMenu(action, kApplicationEntry, MF_BYPOSITION);
-    const UINT notYet[] = {IDM_CALIBRATIONS_SAVE, IDM_CALIBRATIONS_LOAD};
-    for (const UINT id : notYet) EnableMenuItem(action, id, MF_BYCOMMAND | MF_GRAYED);
 }
 
 void frmVantor::UpdateActionMenu() {
