@@ -96,6 +96,8 @@ private:
     com::Ptr<IDispatch> Find(const std::wstring& key) const override {
         for (std::size_t position = 0; position < All().size(); ++position)
             if (All()[position].name == key) return Items()(position);
+        for (std::size_t position = 0; position < All().size(); ++position)
+            if (std::to_wstring(position + 1) == key) return Items()(position);
         return nullptr;
     }
     std::size_t Count() const override { return All().size(); }

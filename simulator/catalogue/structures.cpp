@@ -66,7 +66,7 @@ private:
 
 constexpr Number kDays{.maximum = 65534, .invalid = 65535};
 constexpr Number kMilliseconds = UpTo(999, 2);
-constexpr Number kStateFlag{.length = 1, .isSigned = true, .maximum = 1, .invalid = -1};
+constexpr Number kStateFlag{.length = 1, .maximum = 1, .invalid = 255};
 
 Type State() {
     return StructureMaker(L"SNVT_state", 83)

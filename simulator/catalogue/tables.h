@@ -52,7 +52,8 @@ constexpr Number UpTo(std::int64_t maximum, std::size_t length = 1) {
 }
 
 Type MakeNumber(std::wstring_view name, int index, const Number& number);
-// One signed byte; -1 is the invalid value where `members` has it.
+// One byte, unsigned where `members` has 255, which then is the invalid value; else signed, with -1
+// as the invalid value where `members` has it.
 Type MakeEnum(std::wstring_view name, int index, std::wstring_view members);
 
 // "-1,HVAC_NUL;0,HVAC_AUTO;...": the members of one enumeration.

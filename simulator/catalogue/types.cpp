@@ -29,13 +29,18 @@ Type MakeNumber(std::wstring_view name, int index, const Number& number) {
 }
 
 Type MakeEnum(std::wstring_view name, int index, std::wstring_view members) {
-    constexpr Number code{.length = 1, .isSigned = true, .minimum = -128, .maximum = 127};
-    Type type = MakeNumber(name, index, code);
+    constexpr Number kSignedCode{.length = 1, .isSigned = true, .minimum = -128, .maximum = 127};
+    const auto lists = [&](std::wstring_view code) {
+        return members.starts_with(code) ||
+               members.find(L';' + std::wstring(code)) != std::wstring_view::npos;
+    };
+    const bool isSigned = !lists(L"255,");
+    Type type = MakeNumber(name, index, isSigned ? kSignedCode : kByte);
     type.kind = Kind::Enum;
     type.enumDesc = members;
-    if (members.starts_with(L"-1,") || members.find(L";-1,") != std::wstring_view::npos) {
-        type.rawInvalid = -1;
-        type.invalidValue = L"-1";
+    if (!isSigned || lists(L"-1,")) {
+        type.rawInvalid = isSigned ? -1 : 255;
+        type.invalidValue = isSigned ? L"-1" : L"255";
     }
     return type;
 }

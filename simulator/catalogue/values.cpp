@@ -41,7 +41,7 @@ Bytes BigEndianBytes(std::uint64_t raw, std::size_t length) {
 }
 
 bool IsSigned(const Type& type) {
-    return type.kind == Kind::Signed || type.kind == Kind::Enum;
+    return type.kind == Kind::Signed || (type.kind == Kind::Enum && type.rawMinimum < 0);
 }
 
 std::int64_t RawNumber(const Type& type, ConstBytes bytes) {

@@ -48,7 +48,7 @@ void ValueEditor::Accept() {
     try {
         const std::optional<std::wstring> text = TextToWrite();
         if (!text || !Handle()) return;
-        m_point.SetValue(*text);
+        Write(*text);
     } catch (...) {
         SetErrorInfo(0, nullptr);
         if (Handle()) ui::ShowMessage(m_failureText, MB_OK);

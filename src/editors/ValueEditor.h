@@ -35,6 +35,8 @@ protected:
     // OK: the text to write; nullopt: the operator has been told why not, the dialog stays open.
     // What it throws is reported like a host's refusal.
     virtual std::optional<std::wstring> TextToWrite() = 0;
+    // Writes it: to the point's value. May throw.
+    virtual void Write(const std::wstring& text) { m_point.SetValue(text); }
     bool OnCommand(int id, int code, HWND control) override;
     // Runs OK, unless its button is disabled.
     void Accept();

@@ -5,6 +5,8 @@
 #include <cstddef>
 #include <cstdint>
 
+#include "plugin/blanks.h"
+
 namespace quillon {
 namespace {
 
@@ -18,12 +20,6 @@ bool IsControl(wchar_t character) {
     return code < 0x20 || (code >= 0x7F && code < 0xA0);
 }
 
-std::wstring_view Trimmed(std::wstring_view text) {
-    const std::size_t first = text.find_first_not_of(L' ');
-    if (first == std::wstring_view::npos) return {};
-    return text.substr(first, text.find_last_not_of(L' ') - first + 1);
-}
-
 // The system takes the superscripts 1 to 3 for port numbers, too.
 bool IsPortNumber(wchar_t character) {
     return (character >= L'1' && character <= L'9') || character == L'\u00B9' ||
@@ -32,7 +28,7 @@ bool IsPortNumber(wchar_t character) {
 
 // The system looks at what precedes the first dot, without the blanks around it.
 bool IsDeviceName(std::wstring_view name) {
-    std::wstring stem(Trimmed(name.substr(0, name.find(L'.'))));
+    std::wstring stem(WithoutBlanks(name.substr(0, name.find(L'.'))));
     std::transform(stem.begin(), stem.end(), stem.begin(), Upper);
     constexpr std::array<std::wstring_view, 4> kNames{L"CON", L"PRN", L"AUX", L"NUL"};
     if (std::find(kNames.begin(), kNames.end(), stem) != kNames.end()) return true;
@@ -51,19 +47,27 @@ bool IsPlainName(std::wstring_view part) {
     return !IsDeviceName(part);
 }
 
+std::optional<std::wstring> FileNameOf(std::wstring_view stem, const wchar_t* extension) {
+    if (stem.find_first_of(kSeparators) != std::wstring_view::npos) return std::nullopt;
+    if (!IsPlainName(stem)) return std::nullopt;
+    return std::wstring(stem) + extension;
+}
+
 }  // namespace
 
 std::wstring SettingsValue(std::wstring_view asRead) {
     if (asRead == kSettingNotFound) return {};
     const std::size_t comment = asRead.find(L'/');
     if (comment == std::wstring_view::npos) return std::wstring(asRead);
-    return std::wstring(Trimmed(asRead.substr(0, comment)));
+    return std::wstring(WithoutBlanks(asRead.substr(0, comment)));
 }
 
 std::optional<std::wstring> SettingsFileName(std::wstring_view programId) {
-    if (programId.find_first_of(kSeparators) != std::wstring_view::npos) return std::nullopt;
-    if (!IsPlainName(programId)) return std::nullopt;
-    return std::wstring(programId) + L".ini";
+    return FileNameOf(programId, L".ini");
+}
+
+std::optional<std::wstring> CalibrationFileName(std::wstring_view neuronId) {
+    return FileNameOf(neuronId, L".tca");
 }
 
 bool NamesFileInside(std::wstring_view name) {

@@ -89,7 +89,8 @@ frmVantor::~frmVantor() {
 bool frmVantor::OnInit() {
     m_actions = {[this](int id, HWND) { OnPageCommand(id); }, [this](HWND list) { EditRow(list); },
                  [this](HWND list, POINT screen) { OnListMenu(list, screen); },
-                 [this](HWND control) { return ListOf(control); }};
+                 [this](HWND control) { return ListOf(control); },
+                 [this](int label) { PostEdit(label); }};
     m_caption = kDesignCaption;
     m_layout.Start(Handle());
     m_layout.Add(IDC_SSTAB1, ui::kFill);
@@ -256,6 +257,19 @@ void frmVantor::SelectTab(int tab) {
     }
 }
 
+// The tab that is shown stays shown.
+void frmVantor::HideTab(int tab) {
+    const HWND tabs = Item(IDC_SSTAB1);
+    if (IsChild(PageWindow(tab), GetFocus())) SetFocus(tabs);
+    for (int place = 0; place < TabCtrl_GetItemCount(tabs); ++place) {
+        if (TabAt(tabs, place) != tab) continue;
+        const int selected = TabCtrl_GetCurSel(tabs);
+        TabCtrl_DeleteItem(tabs, place);
+        if (selected != place) TabCtrl_SetCurSel(tabs, selected - (selected > place ? 1 : 0));
+        return;
+    }
+}
+
 void frmVantor::MoveTab(int direction) {
     const HWND tabs = Item(IDC_SSTAB1);
     const int count = TabCtrl_GetItemCount(tabs);
@@ -329,7 +343,10 @@ bool frmVantor::OnKey(const MSG& message) {
         case VK_RETURN:
         case VK_F2:
             // Enter never presses a button, not even the focused one: that could be Reset.
-            if (RowList* list = FocusedList()) m_actions.editRow(list->Control());
+            if (RowList* list = FocusedList())
+                m_actions.editRow(list->Control());
+            else
+                PostEditOfFocused();
             return true;
         case 'C':
         case 'A':

@@ -71,22 +71,25 @@ com::Ptr<IDispatch> frmVantor::NetworkVariables() {
 void frmVantor::OnTmrPolling() {
     CountStaleness();
     if (Process().freeze && RestsWhileFrozen(m_stateNumber)) return;
-    const int index = m_mainView.Index();
+    if (ReadMainViewLabel(m_mainView.Index())) m_mainView.Advance();
+}
+
+bool frmVantor::ReadMainViewLabel(int index) {
     const auto place = static_cast<std::size_t>(index);
     const auto number = EntryNumber(m_mainViewTags[place]);
-    if (!number) return;
+    if (!number) return false;
     const com::Ptr<IDispatch> point =
         FindPoint(NetworkVariables().Get(), com::Variant(std::to_wstring(*number)));
     const LiveReading reading = ReadLivePoint(point.Get(), [&] { Thaw(); });
-    if (!IsOpen()) return;
+    if (!IsOpen()) return false;
     if (reading.silent) {
         SetFreeze(true);
-        return;
+        return false;
     }
     Page& page = PageAt(kTabMain);
     page.SetItemText(IDC_LBLNV_FIRST + index, reading.text);
     if (m_mainViewAge[place].Read()) page.SetGreyed(IDC_LBLNV_FIRST + index, false);
-    m_mainView.Advance();
+    return true;
 }
 
 // Values grow old only while the device does not answer.
@@ -129,7 +132,11 @@ void frmVantor::OnTmrHw() {
                                       &unused, &status));
     if (!IsOpen() || status != 0) return;
     PageAt(kTabCalibration).SetItemText(IDC_LBLCOUNTS, std::to_wstring(analog[0]));
-    const auto states = DigitalInputs(inputs);
+    ShowInputs(DigitalInputs(inputs));
+    if (m_tab == kTabCalibration) CalibrationStep(analog[0], inputs);
+}
+
+void frmVantor::ShowInputs(const std::array<bool, 4>& states) {
     Page& page = PageAt(kTabHw);
     for (std::size_t i = 0; i < states.size(); ++i) {
         const std::wstring text =

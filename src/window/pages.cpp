@@ -5,7 +5,19 @@
 
 #include <algorithm>
 
+#include "ui/focus_label.h"
+#include "window/polling.h"
+#include "window/resource.h"
+
 namespace quillon {
+
+namespace {
+
+bool IsEditedLabel(int id) {
+    return id >= IDC_LBLNV_FIRST && id < IDC_LBLNV_FIRST + MainViewCycle::kLabels;
+}
+
+}  // namespace
 
 void Page::SetGreyed(int id, bool greyed) {
     const auto place = std::find(m_greyed.begin(), m_greyed.end(), id);
@@ -20,6 +32,8 @@ void Page::SetGreyed(int id, bool greyed) {
 bool Page::OnInit() {
     m_layout.Start(Handle());
     for (const Anchored& one : m_anchored) m_layout.Add(one.id, one.anchors);
+    for (int label = 0; label < MainViewCycle::kLabels; ++label)
+        if (const HWND control = Item(IDC_LBLNV_FIRST + label)) ui::MakeFocusable(control);
     return true;
 }
 
@@ -67,6 +81,10 @@ std::optional<INT_PTR> Page::OnNotify(const NMHDR& header, LPARAM lParam) {
 }
 
 bool Page::OnCommand(int id, int code, HWND control) {
+    if (code == STN_DBLCLK && IsEditedLabel(id)) {
+        m_actions.editLabel(id - IDC_LBLNV_FIRST);
+        return true;
+    }
     if ((code != BN_CLICKED && code != LBN_SELCHANGE) || !control) return false;
     m_actions.command(id, control);
     return true;

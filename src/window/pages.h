@@ -19,6 +19,7 @@ struct PageActions {
     std::function<void(HWND list)> editRow;                 // Enter, F2 or double click
     std::function<void(HWND list, POINT screen)> listMenu;  // right button or menu key
     std::function<RowList*(HWND control)> listOf;           // the list behind a control
+    std::function<void(int label)> editLabel;               // double click on a lblNV
 };
 
 // A page made of one dialog resource; its controls follow its edges as given.

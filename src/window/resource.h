@@ -13,6 +13,8 @@
 #define IDD_PAGE_LABEL 117
 #define IDD_SPLASH 120
 #define IDD_ABOUT 121
+#define IDD_OPTIONS 140
+#define IDD_OPTION_BUTTONS 141
 
 // Icons and pictures
 #define IDR_SPLASH 210
@@ -104,3 +106,7 @@
 #define IDC_LBLDESCRIPTION 1092
 #define IDC_LABEL1 1093
 #define IDC_LBLVERSION 1094
+
+// Option sets; further buttons take the identifiers after the first one
+#define IDC_FRAME1 1200
+#define IDC_OPTBUTTON_FIRST 1210

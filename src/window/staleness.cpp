@@ -14,4 +14,10 @@ bool Staleness::Read() {
     return wasStale;
 }
 
+bool Staleness::Fail() {
+    const bool wasStale = Stale();
+    m_intervals = kIntervals;
+    return !wasStale;
+}
+
 }  // namespace quillon

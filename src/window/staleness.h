@@ -14,7 +14,11 @@ public:
     // The value was read. True when it was stale and is to be shown as usual again.
     bool Read();
 
-    // True from the kIntervals-th silent interval after the last reading on.
+    // The value could not be read although it may just have changed: it is stale at once. True when
+    // it was not before.
+    bool Fail();
+
+    // True from the kIntervals-th silent interval after the last reading on, and after Fail.
     bool Stale() const { return m_intervals >= kIntervals; }
 
 private:

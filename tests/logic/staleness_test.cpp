@@ -70,5 +70,15 @@ TEST(Staleness, SilencesWithoutAReadingBetweenThemAddUp) {
     EXPECT_EQ(PassSilent(staleness, 5), 1);
 }
 
+TEST(Staleness, FailedReadingMakesAValueStaleAtOnce) {
+    Staleness staleness;
+    EXPECT_TRUE(staleness.Fail());
+    EXPECT_TRUE(staleness.Stale());
+    EXPECT_FALSE(staleness.Fail()) << "it already is";
+    EXPECT_FALSE(staleness.Pass(true));
+    EXPECT_TRUE(staleness.Read());
+    EXPECT_FALSE(staleness.Stale());
+}
+
 }  // namespace
 }  // namespace quillon

@@ -17,6 +17,7 @@ Bytes Hex(std::wstring_view text) {
 
 TEST(Structures, FieldsAreSeparatedBySingleBlanks) {
     EXPECT_EQ(ValueText(The(L"SNVT_switch"), Hex(L"C801")), L"100.0 1");
+    EXPECT_EQ(ValueText(The(L"SNVT_switch"), Hex(L"00FF")), L"0.0 255");
     EXPECT_EQ(ValueText(The(L"SNVT_hvac_status"), Hex(L"012710000000007FFF138800")),
               L"1 50.000 0.000 0.000 163.835 25.000 0");
     EXPECT_EQ(FormattedText(The(L"SNVT_hvac_status"), Hex(L"012710000000007FFF138800")),
@@ -27,7 +28,7 @@ TEST(Structures, FieldsAreSeparatedBySingleBlanks) {
 }
 
 TEST(Structures, AreReadFromTheirFields) {
-    EXPECT_EQ(BytesFromValueText(The(L"SNVT_switch"), L"50.5 -1"), Hex(L"65FF"));
+    EXPECT_EQ(BytesFromValueText(The(L"SNVT_switch"), L"50.5 255"), Hex(L"65FF"));
     EXPECT_EQ(BytesFromValueText(The(L"SNVT_switch"), L"  50,5   1 "), Hex(L"6501"));
     EXPECT_EQ(BytesFromValueText(The(L"SNVT_setting"), L"5 127.5 -359.98"), Hex(L"05FFB9B1"));
     EXPECT_EQ(BytesFromValueText(The(L"SNVT_temp_setpt"), L"23 25 28 21 19 327.67"),

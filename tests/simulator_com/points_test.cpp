@@ -126,6 +126,13 @@ TEST_F(Points, FieldsAreKeyedByNameAndWriteTheStructure) {
     const auto state = com::Get(fields.Get(), host::points::kItem, {Variant(L"state")}).AsObject();
     ASSERT_TRUE(value && state);
     EXPECT_FALSE(com::Get(fields.Get(), host::points::kItem, {Variant(L"none")}).AsObject());
+    const auto numbered = [&](std::int32_t number) {
+        return com::Get(fields.Get(), host::points::kItem, {Variant(number)}).AsObject();
+    };
+    EXPECT_EQ(Late(numbered(1), host::point::kName), L"value");
+    EXPECT_EQ(Late(numbered(2), host::point::kName), L"state");
+    EXPECT_FALSE(numbered(0));
+    EXPECT_FALSE(numbered(3));
     EXPECT_EQ(Late(value, host::point::kValue), L"100.0");
     EXPECT_EQ(Late(value, host::point::kName), L"value");
     EXPECT_EQ(com::Get(state.Get(), host::point::kIndex).AsNumber(), 1);
