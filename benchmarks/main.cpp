@@ -20,8 +20,17 @@ struct Measure {
 
 // Memory first: what the others leave in the heaps would hide a small leak.
 constexpr Measure kMeasures[] = {
-    {L"memory", MeasureMemory}, {L"forwarding", MeasureForwarding}, {L"profile", MeasureProfile},
-    {L"export", MeasureExport}, {L"download", MeasureDownload},     {L"module", MeasureModuleFile},
+    {L"memory", MeasureMemory},
+    {L"forwarding", MeasureForwarding},
+    {L"profile", MeasureProfile},
+    {L"export", MeasureExport},
+    {L"download", MeasureDownload},
+    {L"module", MeasureModuleFile},
+    {L"window-calls", MeasureWindowCalls},
+    {L"window-opening", MeasureWindowOpening},
+    {L"window-ticks", MeasureWindowTicks},
+    {L"window-loops", MeasureWindowLoops},
+    {L"window-rounds", MeasureWindowRounds},
 };
 
 const Measure* Find(std::wstring_view name) {
@@ -69,7 +78,10 @@ int Run(int count, wchar_t** names) {
 int wmain(int count, wchar_t** names) {
     for (int i = 1; i < count; ++i) {
         if (Find(names[i])) continue;
-        Complain("the measures are memory, forwarding, profile, export, download, module");
+        std::string known = "the measures are";
+        for (const Measure& measure : kMeasures)
+            known += " " + std::string(measure.name.begin(), measure.name.end());
+        Complain(known);
         return 2;
     }
     return Run(count, names);
