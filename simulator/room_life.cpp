@@ -25,8 +25,9 @@ constexpr double kHeatedAir = 18;  // kelvin that the coil adds or takes
 constexpr double kCooledAir = 10;
 constexpr double kSensorNoise = 0.04;  // kelvin
 
-constexpr double kLowCounts = 1199;  // of a converter without errors
-constexpr double kHighCounts = 7352;
+constexpr double kSourceVolts = 21.95;
+constexpr double kSourceCounts = 16000;  // of a converter without errors, above its zero
+constexpr double kZeroCounts = 40;
 constexpr double kFlicker = 2.5;
 
 double Toward(double value, double target, double seconds, double timeConstant) {
@@ -182,11 +183,11 @@ RoomReadings RoomLife::Read(const RoomOrders& orders) {
 }
 
 AnalogInput::AnalogInput(std::uint32_t seed)
-    : m_noise(seed), m_gain(1 + 0.01 * m_noise.Next()), m_offset(20 * m_noise.Next()) {}
+    : m_noise(seed), m_gain(1 + 0.01 * m_noise.Next()), m_offset(kZeroCounts + 20 * m_noise.Next()) {}
 
 std::int16_t AnalogInput::Read() {
     if (fixed) return *fixed;
-    const double counts = (high ? kHighCounts : kLowCounts) * m_gain + m_offset;
+    const double counts = kSourceCounts * Volts() / kSourceVolts * m_gain + m_offset;
     return static_cast<std::int16_t>(std::lround(counts + kFlicker * m_noise.Next()));
 }
 

@@ -100,12 +100,13 @@ private:
     bool m_fanStarted = false;
 };
 
-// The analogue input in calibration: a source of one of two voltages, read by a converter that has
-// small errors of its own, which the seed decides.
+// The analogue input in calibration: one of two reference resistances, 1199 and 7352 ohms, behind
+// 10 kilohms at a source of 21.95 V. The voltage across it is read by a converter that has small
+// errors of its own, which the seed decides.
 class AnalogInput {
 public:
-    static constexpr double kLowVolts = 1.63;
-    static constexpr double kHighVolts = 10.0;
+    static constexpr double kLowVolts = 2.35;
+    static constexpr double kHighVolts = 9.30;
 
     explicit AnalogInput(std::uint32_t seed);
 

@@ -117,9 +117,16 @@ public:
     void IDeviceEx_ReadOutputs(std::uint8_t* first, std::uint8_t* second);
     void IDeviceEx_ReadInputs(std::int16_t* analog, std::uint8_t* inputs);
 
+    // Calibration files; see plugin/CDeviceCalibration.cpp. Both end quietly, after asking or
+    // telling the operator.
+    void IDeviceEx_SaveCalibration(const std::wstring& fileName);
+    // True when the device, read again, holds what the file says.
+    bool IDeviceEx_LoadCalibration(const std::wstring& fileName);
+
     // Refreshes the factory data from entry "FFFF". Without the entry everything stays; a text that
-    // is no factory data replaces the text and no number. Ends quietly.
-    void ReadFactoryData();
+    // is no factory data replaces the text and no number. True when the entry was read. Ends
+    // quietly.
+    bool ReadFactoryData();
     const std::wstring& FactoryDataText() const { return m_factoryText; }
     // Reads its settings key and answers true in every case.
     bool CheckObjectsInFW();

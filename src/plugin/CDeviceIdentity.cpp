@@ -95,14 +95,15 @@ std::wstring CDevice::IDeviceEx_ApplicationCode() {
     });
 }
 
-void CDevice::ReadFactoryData() {
-    com::Quietly([&] {
+bool CDevice::ReadFactoryData() {
+    return com::Quietly([&] {
         const com::Ptr<IFile> entry = FindDeviceFile(L"FFFF");
-        if (!entry) return;
+        if (!entry) return false;
         com::Bstr text;
         com::Check(entry->get_ValueText(text.Out()));
         m_factoryText = text.Text();
         if (const auto data = ParseFactoryData(m_factoryText)) m_factory = *data;
+        return true;
     });
 }
 

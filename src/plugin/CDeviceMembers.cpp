@@ -145,11 +145,13 @@ STDMETHODIMP CDevice::AppExport(BSTR* appFile, VARIANT_BOOL* done) {
         done, [&] { return IDeviceEx_AppExport(appFile ? com::Text(*appFile) : std::wstring()); });
 }
 
-STDMETHODIMP CDevice::SaveCalibration(BSTR) {
-    return E_NOTIMPL;
+STDMETHODIMP CDevice::SaveCalibration(BSTR fileName) {
+    const auto hold = Hold();
+    return com::Gate([&] { IDeviceEx_SaveCalibration(com::Text(fileName)); });
 }
-STDMETHODIMP CDevice::LoadCalibration(BSTR) {
-    return E_NOTIMPL;
+STDMETHODIMP CDevice::LoadCalibration(BSTR fileName) {
+    const auto hold = Hold();
+    return com::Gate([&] { IDeviceEx_LoadCalibration(com::Text(fileName)); });
 }
 
 STDMETHODIMP CDevice::get_ApplicationCode(BSTR* code) {

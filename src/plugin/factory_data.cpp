@@ -1,5 +1,6 @@
 #include "plugin/factory_data.h"
 
+#include <algorithm>
 #include <cstddef>
 
 #include "plugin/hex_text.h"
@@ -35,6 +36,11 @@ std::optional<FactoryData> ParseFactoryData(std::wstring_view hexText) {
         position += 2;
     }
     return data;
+}
+
+bool IsFactoryText(std::wstring_view text) {
+    return text.size() == 2 * FactoryData().bytes.size() &&
+           std::all_of(text.begin(), text.end(), [](wchar_t one) { return HexDigit(one); });
 }
 
 std::wstring ProductionYear(const FactoryData& data) {

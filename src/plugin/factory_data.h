@@ -26,6 +26,9 @@ struct FactoryData {
 // first.
 std::optional<FactoryData> ParseFactoryData(std::wstring_view hexText);
 
+// True for exactly 18 hexadecimal digits, which is all that a calibration file may hold.
+bool IsFactoryText(std::wstring_view text);
+
 // The year in full, in decimal: 1998 to 2253.
 std::wstring ProductionYear(const FactoryData& data);
 

@@ -47,6 +47,12 @@ bool IsPlainName(std::wstring_view part) {
     return !IsDeviceName(part);
 }
 
+std::optional<std::wstring> FileNameOf(std::wstring_view stem, const wchar_t* extension) {
+    if (stem.find_first_of(kSeparators) != std::wstring_view::npos) return std::nullopt;
+    if (!IsPlainName(stem)) return std::nullopt;
+    return std::wstring(stem) + extension;
+}
+
 }  // namespace
 
 std::wstring SettingsValue(std::wstring_view asRead) {
@@ -57,9 +63,11 @@ std::wstring SettingsValue(std::wstring_view asRead) {
 }
 
 std::optional<std::wstring> SettingsFileName(std::wstring_view programId) {
-    if (programId.find_first_of(kSeparators) != std::wstring_view::npos) return std::nullopt;
-    if (!IsPlainName(programId)) return std::nullopt;
-    return std::wstring(programId) + L".ini";
+    return FileNameOf(programId, L".ini");
+}
+
+std::optional<std::wstring> CalibrationFileName(std::wstring_view neuronId) {
+    return FileNameOf(neuronId, L".tca");
 }
 
 bool NamesFileInside(std::wstring_view name) {

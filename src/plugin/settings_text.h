@@ -24,6 +24,9 @@ std::wstring SettingsValue(std::wstring_view asRead);
 // let the system choose "best fit" characters: some of those are separators.
 std::optional<std::wstring> SettingsFileName(std::wstring_view programId);
 
+// The same for a device's calibration file: the Neuron ID and ".tca".
+std::optional<std::wstring> CalibrationFileName(std::wstring_view neuronId);
+
 // Whether a file name out of a settings file stays in the folder that it is taken from: a plain
 // name, or a path through folders in there. False for the empty one and for one that climbs out or
 // reaches another thing than a file: a separator in front (root or share), a part of dots and

@@ -257,6 +257,19 @@ void frmVantor::SelectTab(int tab) {
     }
 }
 
+// The tab that is shown stays shown.
+void frmVantor::HideTab(int tab) {
+    const HWND tabs = Item(IDC_SSTAB1);
+    if (IsChild(PageWindow(tab), GetFocus())) SetFocus(tabs);
+    for (int place = 0; place < TabCtrl_GetItemCount(tabs); ++place) {
+        if (TabAt(tabs, place) != tab) continue;
+        const int selected = TabCtrl_GetCurSel(tabs);
+        TabCtrl_DeleteItem(tabs, place);
+        if (selected != place) TabCtrl_SetCurSel(tabs, selected - (selected > place ? 1 : 0));
+        return;
+    }
+}
+
 void frmVantor::MoveTab(int direction) {
     const HWND tabs = Item(IDC_SSTAB1);
     const int count = TabCtrl_GetItemCount(tabs);

@@ -12,6 +12,7 @@
 #include "editors/DataPoint.h"
 #include "plugin/CDevice.h"
 #include "ui/dialog.h"
+#include "ui/file_dialog.h"
 #include "ui/form_list.h"
 #include "ui/keyboard.h"
 #include "ui/layout.h"
@@ -82,6 +83,7 @@ private:
     void ShowPage();
     void FillTabs(bool showHardware);
     void MoveTab(int direction);
+    void HideTab(int tab);
     void OnSize();
     void SetCaptionAndIcon(const std::wstring& caption, bool failure);
     Page& PageAt(int tab) { return *m_pages[static_cast<std::size_t>(tab)]; }
@@ -110,6 +112,9 @@ private:
     void OnTmrHw();
     void OnTmrAppStatus();
     void OnTimer1();
+    void ShowInputs(const std::array<bool, 4>& states);
+    void CalibrationStep(std::int16_t count, std::uint8_t inputs);
+    void FinishCalibration();
     void CountStaleness();
     void ApplyFreeze(bool freeze);
     void Thaw();
@@ -119,6 +124,7 @@ private:
     void EditRow(HWND list);
     void RefreshEditedRow(RowList& list, std::size_t place, const std::wstring& key,
                           const DataPoint& point);
+
     // Main-view values (frmVantorMainView.cpp)
     // Posted, so that no dialog runs inside the hook that a key comes from, or inside a page.
     void PostEdit(int index) const;
@@ -128,14 +134,29 @@ private:
     // Commands (frmVantorCommands.cpp)
     void OnPageCommand(int id);
     void OnListMenu(HWND list, POINT screen);
-    void ExportApplication();
-    void DownloadApplication();
+    void SaveCalibrationFile();
+    void LoadCalibrationFile();
     void OpenHelp();
     void OpenDocumentation();
     void RunBusy(const std::function<void()>& work);
     void UpdateActionMenu();
     void OnDeviceEvent(DeviceEvent event, const std::wstring& text);
     void RefreshPoint(const std::wstring& text);
+
+    // Files from and to the device (frmVantorTransfers.cpp)
+    bool OnTransferCommand(int id);
+    void ExportApplication();
+    void DownloadApplication();
+    void SaveParameters();
+    void DownloadParameters();
+    void SaveDisplay();
+    void DownloadDisplay();
+    std::wstring DisplayName() const;
+    template <class Call>
+    void SaveToFile(const wchar_t* title, const ui::FileFilter& filter, const wchar_t* extension,
+                    Call call);
+    template <class Call>
+    void LoadFromFile(const wchar_t* title, const ui::FileFilter& filter, Call call);
 
     // Label printing (frmVantorLabel.cpp)
     void SetUpLabelTab();

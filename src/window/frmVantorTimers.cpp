@@ -132,7 +132,11 @@ void frmVantor::OnTmrHw() {
                                       &unused, &status));
     if (!IsOpen() || status != 0) return;
     PageAt(kTabCalibration).SetItemText(IDC_LBLCOUNTS, std::to_wstring(analog[0]));
-    const auto states = DigitalInputs(inputs);
+    ShowInputs(DigitalInputs(inputs));
+    if (m_tab == kTabCalibration) CalibrationStep(analog[0], inputs);
+}
+
+void frmVantor::ShowInputs(const std::array<bool, 4>& states) {
     Page& page = PageAt(kTabHw);
     for (std::size_t i = 0; i < states.size(); ++i) {
         const std::wstring text =

@@ -79,6 +79,14 @@ TEST(ParseFactoryData, ShortOrWrongTextGivesNothing) {
     }
 }
 
+TEST(IsFactoryText, IsExactlyEighteenDigitsOfEitherCase) {
+    EXPECT_TRUE(IsFactoryText(L"27103EA80028011C2F"));
+    EXPECT_TRUE(IsFactoryText(L"27103ea80028011c2f"));
+    for (const wchar_t* text : {L"", L"?", L"27103EA80028011C2", L"27103EA80028011C2F0",
+                                L"27103EA80028011C2G", L" 7103EA80028011C2F"})
+        EXPECT_FALSE(IsFactoryText(text)) << text;
+}
+
 TEST(Production, CountsFromTheFirstYear) {
     EXPECT_EQ(ProductionYear({}), L"1998");
     EXPECT_EQ(ProductionWeek({}), L"0");

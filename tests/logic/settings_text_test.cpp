@@ -82,6 +82,12 @@ TEST(SettingsFileName, NamesThatOnlyBeginLikeADeviceAreFiles) {
     }
 }
 
+TEST(CalibrationFileName, IsTheNeuronIdWithItsExtensionAndStaysInItsFolder) {
+    EXPECT_EQ(CalibrationFileName(L"0000000000A1"), L"0000000000A1.tca");
+    for (const wchar_t* id : {L"..", L"..\\A1", L"C:A1", L"\\\\share\\A1", L"A/1", L"NUL"})
+        EXPECT_EQ(CalibrationFileName(id), std::nullopt) << id;
+}
+
 TEST(NamesFileInside, PlainNamesAndPathsThroughFoldersInThere) {
     for (const wchar_t* name : {L"room.zpl", L"labels\\room.zpl", L"labels/room.zpl", L"a.b.c",
                                 L"...x", L"x..y\\z", L"Gr\u00F6\u00DFe.epl", L"COM10"}) {

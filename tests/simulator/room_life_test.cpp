@@ -165,7 +165,7 @@ TEST(AnalogInput, CountsFlickerAroundTheVoltageOfTheSwitch) {
                 least = std::min(least, counts);
                 most = std::max(most, counts);
             }
-            EXPECT_NEAR((least + most) / 2, high ? 7352 : 1199, high ? 100 : 35);
+            EXPECT_NEAR((least + most) / 2, high ? 6819 : 1753, high ? 95 : 42);
             EXPECT_GT(most, least);
             EXPECT_LE(most - least, 6);
         }
@@ -179,7 +179,7 @@ TEST(AnalogInput, FixedCountStays) {
     EXPECT_EQ(analog.Read(), -100);
     EXPECT_EQ(analog.Read(), -100);
     analog.fixed.reset();
-    EXPECT_NEAR(analog.Read(), 1199, 35);
+    EXPECT_NEAR(analog.Read(), 1753, 42);
 }
 
 TEST(Noise, StaysWithinOneAndIsCentred) {
