@@ -19,7 +19,7 @@ struct Selection {
 // `caret`.
 struct TextEdit {
     Selection range;
-    std::wstring text;
+    std::wstring text = {};
     std::size_t caret = 0;
 
     bool operator==(const TextEdit&) const = default;
@@ -38,7 +38,7 @@ enum class KeyAct {
 struct KeyAnswer {
     KeyAct act = KeyAct::kDrop;
     wchar_t key = 0;
-    TextEdit edit;
+    TextEdit edit = {};
 
     bool operator==(const KeyAnswer&) const = default;
 };
