@@ -35,6 +35,7 @@ constexpr Command kCommands[] = {
     {L"help", 1, 1, L"help DEVICE", commands::OpenHelp},
     {L"parameters", 3, kMany, L"parameters save|download DEVICE FILE [NAME...]",
      commands::Parameters},
+    {L"edit", 4, kMany, L"edit DEVICE TAB ROW STEP...", commands::Edit},
     {L"settings", 1, 3, L"settings clear | settings [SECTION] KEY VALUE", commands::Settings},
     {L"fail", 2, 4, L"fail MEMBER [NTH] [always] RESULT", commands::Fail},
     {L"delay", 2, 2, L"delay MEMBER MILLISECONDS", commands::Delay},

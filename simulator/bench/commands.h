@@ -24,6 +24,7 @@ void Analog(Session& session, const Words& words);
 void Calibration(Session& session, const Words& words);
 void Temperature(Session& session, const Words& words);
 void Window(Session& session, const Words& words);
+void Edit(Session& session, const Words& words);
 
 // Windows of devices
 void Open(Session& session, const Words& words);
