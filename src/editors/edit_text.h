@@ -38,7 +38,7 @@ enum class KeyAct {
 struct KeyAnswer {
     KeyAct act = KeyAct::kDrop;
     wchar_t key = 0;
-    TextEdit edit;
+    TextEdit edit{};
 
     bool operator==(const KeyAnswer&) const = default;
 };
