@@ -1,6 +1,7 @@
 #!/usr/bin/env bash
 # The main job on the simulated host: builds the plug-in, registers it under Wine, exports the application of
-# one room unit, downloads it into another, and shows three refusals.
+# one room unit, downloads it into another, and shows three refusals. Then opens the device windows of two
+# rooms beside the bench's own: on your display, or without one on a virtual display, with pictures of them.
 set -u
 cd "$(dirname "$0")" || exit 1
 
@@ -23,7 +24,7 @@ build() {
 }
 
 say "Building Quillon.dll, the simulated host and the bench"
-build $preset Quillon quorvex bench || fail "the $preset build failed"
+build $preset Quillon quorvex bench eyes || fail "the $preset build failed"
 [ -z "$other" ] || build $other Quillon || fail "the $other build failed"
 
 folder=build/demo
@@ -61,3 +62,18 @@ say "The bench plays the host (script: examples/demo.bench)"
 run bench.exe let APP room101.app -- run demo.bench || fail "the bench's script did not go as expected"
 
 say "The application file: $folder/room101.app, $(stat -c %s "$folder/room101.app") bytes"
+
+# A display that is named and not there counts as none.
+has_display() { [ -n "${DISPLAY:-}" ] && timeout 10 xdotool getmouselocation >/dev/null 2>&1; }
+
+pictures=$folder/pictures
+windows=(python3 -B scripts/demo_windows.py --build "build/$preset" --arch "$arch")
+if has_display; then
+    say "The device windows of two rooms, beside the bench's own"
+    "${windows[@]}" || fail "the windows did not go as expected"
+else
+    say "The device windows of two rooms, on a virtual display"
+    scripts/with-screen.sh --size 1600x1024 "${windows[@]}" --pictures "$pictures" ||
+        fail "the windows did not go as expected"
+    say "Pictures of them: $pictures"
+fi

@@ -14,7 +14,7 @@ namespace quillon::benchmarks {
 
 namespace {
 
-constexpr int kRounds = 31;
+constexpr int kRounds = 18;
 constexpr int kPoints = 20'000;
 
 // Notes the time when the host calls it, which is before the host serves the call it was armed for.

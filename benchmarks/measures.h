@@ -15,6 +15,10 @@ void MeasureProfile(const Session& session, Table& table);
 void MeasureExport(const Session& session, Table& table);
 // Writing configuration values in a download, against the same look-ups and writes.
 void MeasureDownload(const Session& session, Table& table);
+// Saving and loading, against a script that does the same by the host's objects and MSXML.
+void MeasureScript(const Session& session, Table& table);
+// What a point costs in files of 10 to 100,000: a table of its own, without limits.
+void MeasureGrowth(const Session& session, Table& table);
 // Memory held after many rounds of loading and letting go.
 void MeasureMemory(const Session& session, Table& table);
 // Size and imports of the DLL.

@@ -10,9 +10,11 @@ printer is. A command is a word in FOLDER/do; the file is removed when it has be
     stop    take nothing from now on
     go      take everything again
     leave   pull the plug: whoever has the port open loses it
+    refuse  the port cannot be opened, as if another program had it; until "fresh"
+    ask     write into FOLDER/holders how many processes have the port open
 
-With a rate the printer lets in no more than it has printed. It ends with its standard input, or when it is
-terminated.
+With a rate the printer lets in no more than it has printed. When its standard input ends it prints what is still
+on its way, and ends.
 """
 import argparse
 import os
@@ -46,9 +48,26 @@ class Printer:
         self.received = open(self.path("received"), "wb", buffering=0)
         self.waiting = b""
         self.flowing = self.wanted = True
+        self.terminal = os.ttyname(self.slave)
+        self.lead_to(self.terminal)
+
+    def lead_to(self, target):
         link = self.path("port.new")
-        os.symlink(os.ttyname(self.slave), link)
+        os.symlink(target, link)
         os.rename(link, self.path("port"))
+
+    def holders(self):
+        processes = set()
+        for process in os.listdir("/proc"):
+            if not process.isdigit() or int(process) == os.getpid():
+                continue
+            folder = f"/proc/{process}/fd"
+            try:
+                if any(os.readlink(f"{folder}/{number}") == self.terminal for number in os.listdir(folder)):
+                    processes.add(process)
+            except OSError:  # another user's, or gone meanwhile
+                pass
+        return len(processes)
 
     def leave(self):
         if self.master is None:
@@ -78,6 +97,11 @@ class Printer:
         elif word in ("stop", "go"):
             self.wanted = word == "go"
             self.flow(self.wanted)
+        elif word == "refuse":
+            self.lead_to(self.folder)
+        elif word == "ask":
+            with open(self.path("holders"), "w") as file:
+                file.write(str(self.holders()))
         else:
             sys.exit(f"printer: no command {word!r}")
         os.remove(self.path("do"))
@@ -95,6 +119,13 @@ class Printer:
                 pass
         self.put_on_paper()
         self.flow(self.wanted and not (self.rate and len(self.waiting) >= MOST_WAITING))
+
+    def finish(self):
+        self.rate = None
+        while self.master is not None and select.select([self.master], [], [], 0.2)[0]:
+            self.work()
+        if self.master is not None:
+            self.put_on_paper()
 
     def put_on_paper(self):
         now = time.monotonic()
@@ -117,6 +148,7 @@ def main():
         pass
     while True:
         if select.select([sys.stdin], [], [], 0)[0] and not os.read(0, 1):
+            printer.finish()
             return
         printer.obey()
         printer.work()

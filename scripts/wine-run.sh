@@ -1,15 +1,26 @@
 #!/usr/bin/env bash
-# Runs a Windows program under Wine, in a prefix of its own for each bitness, with no display.
+# Runs a Windows program under Wine, in a prefix of its own for each bitness and setting, with no display.
 #
-#   scripts/wine-run.sh i686|x86_64 start | stop | PROGRAM ARGS...
+#   scripts/wine-run.sh i686|x86_64 start | stop | prefix | PROGRAM ARGS...
 #
-# QUILLON_WINE_BASE names the prefixes (default ~/.cache/quillon/wine); with QUILLON_DISPLAY set, the
-# prefix for windows under that X display is used instead of the one without graphics.
+# start prepares the prefix and keeps its server running, stop ends that, prefix prints the folder.
+#
+#   QUILLON_WINE_BASE  names the prefixes (default ~/.cache/quillon/wine)
+#   QUILLON_DISPLAY    windows are shown on this X display
+#   QUILLON_DECIMAL    the decimal separator of the regional settings: "." or ","
+#   QUILLON_DPI        the display's scaling: 96 is 100 %, 192 is 200 %
 arch=$1
 shift
 base=${QUILLON_WINE_BASE:-${XDG_CACHE_HOME:-$HOME/.cache}/quillon/wine}
 export WINEDEBUG=${WINEDEBUG:--all} WINEDLLOVERRIDES=mscoree,mshtml= LC_ALL=${LC_ALL:-C.UTF-8}
 if [ -n "${QUILLON_DISPLAY:-}" ]; then export DISPLAY=$QUILLON_DISPLAY; base=$base-x; else unset DISPLAY; fi
+case "${QUILLON_DECIMAL:-}" in
+    "") ;;
+    .) base=$base-point ;;
+    ,) base=$base-comma ;;
+    *) echo "wine-run: QUILLON_DECIMAL is \".\" or \",\"" >&2; exit 2 ;;
+esac
+[ -z "${QUILLON_DPI:-}" ] || base=$base-$QUILLON_DPI
 if [ "$arch" = i686 ]; then
     export WINEPREFIX=$base-32 WINEARCH=win32
     loader=/usr/lib/wine/wine
@@ -19,6 +30,16 @@ else
 fi
 export WINELOADER=$loader
 
+put() { "$loader" reg add "$@" /f 9>&-; }
+
+settings() {
+    [ -n "${QUILLON_DISPLAY:-}" ] || put 'HKCU\Software\Wine\Drivers' /v Graphics /d null
+    [ -z "${QUILLON_DECIMAL:-}" ] ||
+        put 'HKCU\Control Panel\International' /v sDecimal /d "$QUILLON_DECIMAL"
+    [ -z "${QUILLON_DPI:-}" ] ||
+        put 'HKCU\Control Panel\Desktop' /v LogPixels /t REG_DWORD /d "$QUILLON_DPI"
+}
+
 start() {
     mkdir -p "$(dirname "$WINEPREFIX")"
     exec 9>"$WINEPREFIX.lock"
@@ -26,8 +47,7 @@ start() {
     if [ ! -f "$WINEPREFIX/.ready" ]; then
         rm -rf "$WINEPREFIX"
         "$loader" wineboot -i 9>&-
-        [ -n "${QUILLON_DISPLAY:-}" ] ||
-            "$loader" reg add 'HKCU\Software\Wine\Drivers' /v Graphics /d null /f 9>&-
+        settings
         wineserver -k 9>&-
         wineserver -w 9>&-
         touch "$WINEPREFIX/.ready"
@@ -41,6 +61,7 @@ start() {
 case "$1" in
     start) start </dev/null >/dev/null 2>&1; exit 0 ;;
     stop) wineserver -k </dev/null >/dev/null 2>&1; exit 0 ;;
+    prefix) printf '%s\n' "$WINEPREFIX"; exit 0 ;;
 esac
 [ -f "$WINEPREFIX/.ready" ] || (start) </dev/null >/dev/null 2>&1
 exec "$loader" "$@"

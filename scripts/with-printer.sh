@@ -4,7 +4,8 @@
 #   scripts/with-printer.sh i686|x86_64 [--rate BYTES_A_SECOND] PROGRAM ARGS...
 #
 # The program finds the port's number in QUILLON_TEST_PORT and the printer's folder, as a Windows path, in
-# QUILLON_TEST_PRINTER; QUILLON_PRINTER_FOLDER, when set, names that folder and keeps it afterwards.
+# QUILLON_TEST_PRINTER, and in place of an argument @PORT@; QUILLON_PRINTER_FOLDER, when set, names that folder
+# and keeps it afterwards.
 set -u
 here=$(cd "$(dirname "$0")" && pwd)
 arch=$1
@@ -29,9 +30,11 @@ port=$devices/com$number
 
 # The printer ends when this script does: its standard input is a pipe that nobody else holds.
 exec 8> >(exec "$here/printer.py" "$folder" "${rate[@]}")
+printer=$!
 leave() {
     rm -f "$port"
     exec 8>&-
+    wait "$printer"
     [ -n "${QUILLON_PRINTER_FOLDER:-}" ] || rm -rf "$folder"
 }
 trap leave EXIT
@@ -41,5 +44,10 @@ for ((wait = 0; wait < 300; ++wait)); do
 done
 [ -e "$folder/ready" ] || fail "the printer did not start"
 
+arguments=()
+for argument in "$@"; do
+    [ "$argument" = @PORT@ ] && argument=$number
+    arguments+=("$argument")
+done
 QUILLON_TEST_PORT=$number QUILLON_TEST_PRINTER="Z:${folder//\//\\}" \
-    "$here/wine-run.sh" "$arch" "$@" 8>&-
+    "$here/wine-run.sh" "$arch" "${arguments[@]}" 8>&-

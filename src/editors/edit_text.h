@@ -18,8 +18,8 @@ struct Selection {
 // A change of a text: the characters of `range` give way to `text`, and the caret then stands at
 // `caret`.
 struct TextEdit {
-    Selection range;
-    std::wstring text;
+    Selection range = {};
+    std::wstring text = {};
     std::size_t caret = 0;
 
     bool operator==(const TextEdit&) const = default;
@@ -38,7 +38,7 @@ enum class KeyAct {
 struct KeyAnswer {
     KeyAct act = KeyAct::kDrop;
     wchar_t key = 0;
-    TextEdit edit{};
+    TextEdit edit = {};
 
     bool operator==(const KeyAnswer&) const = default;
 };

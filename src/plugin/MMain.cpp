@@ -4,6 +4,8 @@
 //
 #include <oleauto.h>
 
+#include <algorithm>
+
 #include "com/text.h"
 #include "plugin/code_page.h"
 #include "plugin/field_text.h"
@@ -63,6 +65,29 @@ void WriteIniValue(const std::wstring& file, const std::wstring& section, const 
     if (!NamesOneKey(file, section, key)) return;
     WritePrivateProfileStringA(Narrow(section).c_str(), Narrow(key).c_str(), Narrow(value).c_str(),
                                SystemPath(file).c_str());
+}
+
+std::vector<std::wstring> ReadIniSections(const std::wstring& file) {
+    if (file.empty() || file[0] == L'\0') return {};
+    const std::string path = SystemPath(file);
+    std::string names(kValueBuffer, '\0');
+    for (;;) {
+        const auto room = static_cast<DWORD>(names.size());
+        const DWORD length = GetPrivateProfileSectionNamesA(names.data(), room, path.c_str());
+        // Two characters short of the room: some names did not fit.
+        if (length + 2 < room) {
+            names.resize(length);
+            break;
+        }
+        names.resize(names.size() * 2);
+    }
+    std::vector<std::wstring> sections;
+    for (std::size_t begin = 0; begin < names.size();) {
+        const std::size_t end = std::min(names.find('\0', begin), names.size());
+        sections.push_back(Widen(std::string_view(names).substr(begin, end - begin)));
+        begin = end + 1;
+    }
+    return sections;
 }
 
 std::wstring LocalDecimalSeparator() {

@@ -3,6 +3,7 @@
 #pragma once
 
 #include <string>
+#include <vector>
 
 namespace quillon {
 
@@ -16,6 +17,10 @@ std::wstring ReadIniValue(const std::wstring& file, const std::wstring& section,
 // Writes a key. Nothing is reported; an empty file, section or key name writes nothing.
 void WriteIniValue(const std::wstring& file, const std::wstring& section, const std::wstring& key,
                    const std::wstring& value);
+
+// The names of a settings file's sections in their order. Empty for a file that is missing or has
+// no name.
+std::vector<std::wstring> ReadIniSections(const std::wstring& file);
 
 // A path for a platform call that takes 8-bit text. One that the code page cannot spell is given by
 // its short form; that of a file that does not exist by the short form of its folder.

@@ -62,7 +62,8 @@ std::optional<std::wstring> AskSaveFile(HWND owner, const wchar_t* title, const 
                                         const wchar_t* extension) {
     const ActivationScope controls;
     Question question(owner, title, filter);
-    const std::wstring proposed = FileName(proposedName) + L"." + extension;
+    std::wstring proposed = FileName(proposedName);
+    if (extension) proposed.append(L".").append(extension);
     proposed.copy(question.file.data(), kLongestPath - 1);
     question.dialog.lpstrDefExt = extension;
     question.dialog.Flags |= OFN_OVERWRITEPROMPT | OFN_PATHMUSTEXIST;

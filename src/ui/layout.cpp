@@ -48,7 +48,8 @@ void Layout::Apply() const {
         if (moves)
             moves = DeferWindowPos(moves, place.control, nullptr, rect.left, rect.top,
                                    rect.right - rect.left, rect.bottom - rect.top,
-                                   SWP_NOZORDER | SWP_NOACTIVATE);
+                                   // A neighbour that moved first may cover what would be copied.
+                                   SWP_NOZORDER | SWP_NOACTIVATE | SWP_NOCOPYBITS);
     }
     if (moves) EndDeferWindowPos(moves);
 }

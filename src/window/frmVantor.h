@@ -12,6 +12,7 @@
 #include "editors/DataPoint.h"
 #include "plugin/CDevice.h"
 #include "ui/dialog.h"
+#include "ui/file_dialog.h"
 #include "ui/form_list.h"
 #include "ui/keyboard.h"
 #include "ui/layout.h"
@@ -123,6 +124,7 @@ private:
     void EditRow(HWND list);
     void RefreshEditedRow(RowList& list, std::size_t place, const std::wstring& key,
                           const DataPoint& point);
+
     // Main-view values (frmVantorMainView.cpp)
     // Posted, so that no dialog runs inside the hook that a key comes from, or inside a page.
     void PostEdit(int index) const;
@@ -134,14 +136,27 @@ private:
     void OnListMenu(HWND list, POINT screen);
     void SaveCalibrationFile();
     void LoadCalibrationFile();
-    void ExportApplication();
-    void DownloadApplication();
     void OpenHelp();
     void OpenDocumentation();
     void RunBusy(const std::function<void()>& work);
     void UpdateActionMenu();
     void OnDeviceEvent(DeviceEvent event, const std::wstring& text);
     void RefreshPoint(const std::wstring& text);
+
+    // Files from and to the device (frmVantorTransfers.cpp)
+    bool OnTransferCommand(int id);
+    void ExportApplication();
+    void DownloadApplication();
+    void SaveParameters();
+    void DownloadParameters();
+    void SaveDisplay();
+    void DownloadDisplay();
+    std::wstring DisplayName() const;
+    template <class Call>
+    void SaveToFile(const wchar_t* title, const ui::FileFilter& filter, const wchar_t* extension,
+                    Call call);
+    template <class Call>
+    void LoadFromFile(const wchar_t* title, const ui::FileFilter& filter, Call call);
 
     // Label printing (frmVantorLabel.cpp)
     void SetUpLabelTab();

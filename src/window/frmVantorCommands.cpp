@@ -9,7 +9,6 @@
 #include "plugin/CRegistry.h"
 #include "plugin/MMain.h"
 #include "plugin/settings_text.h"
-#include "ui/file_dialog.h"
 #include "ui/message_box.h"
 #include "ui/module.h"
 #include "window/host_points.h"
@@ -26,7 +25,6 @@ constexpr int kDisplayEntry = 1;
 constexpr int kBreakEntry = 2;
 
 const wchar_t* const kHelpViewerClass = L"ADB880A6-D8FF-11CF-9377-00AA003B7A11";
-const ui::FileFilter kApplicationFiles{L"APP Files (*.app)", L"*.app"};
 
 // The viewer is loaded when it is first needed: the plug-in must load on a machine that has none.
 // It stays loaded, for its windows may outlive the device window.
@@ -42,6 +40,7 @@ void OpenHelpFile(HWND owner, const std::wstring& file) {
 
 bool frmVantor::OnCommand(int id, int, HWND control) {
     if (control) return false;
+    if (OnTransferCommand(id)) return true;
     if (id >= IDC_LBLNV_FIRST && id <= IDC_LBLNV_LAST) {
         EditMainViewValue(id - IDC_LBLNV_FIRST);
         return true;
@@ -49,12 +48,6 @@ bool frmVantor::OnCommand(int id, int, HWND control) {
     switch (id) {
         case IDM_FILE_EXIT:
             Unload();
-            return true;
-        case IDM_APPLICATION_SAVE:
-            ExportApplication();
-            return true;
-        case IDM_APPLICATION_DOWNLOAD:
-            DownloadApplication();
             return true;
         case IDM_CALIBRATIONS_SAVE:
             SaveCalibrationFile();
@@ -126,8 +119,6 @@ void frmVantor::ShowApplicationMenu(bool show) {
     if (!show) DeleteMenu(action, kBreakEntry, MF_BYPOSITION);
     if (display == VARIANT_FALSE) DeleteMenu(action, kDisplayEntry, MF_BYPOSITION);
     if (!show) DeleteMenu(action, kApplicationEntry, MF_BYPOSITION);
-    const UINT notYet[] = {IDM_PARAM_SAVE, IDM_PARAM_DOWNLOAD};
-    for (const UINT id : notYet) EnableMenuItem(action, id, MF_BYCOMMAND | MF_GRAYED);
 }
 
 void frmVantor::UpdateActionMenu() {
@@ -145,32 +136,6 @@ void frmVantor::RunBusy(const std::function<void()>& work) {
     com::Quietly([&] { work(); });
     m_busy = false;
     if (IsOpen()) UpdateActionMenu();
-}
-
-void frmVantor::ExportApplication() {
-    RunBusy([&] {
-        com::Bstr name;
-        com::Check(m_device->get_DisplayName(name.Out()));
-        const com::Ptr<IDeviceEx> device = m_deviceEx;
-        const auto file = ui::AskSaveFile(Handle(), L"Save Application to file...",
-                                          kApplicationFiles, name.Text(), L"app");
-        if (!file) return;
-        com::Bstr path(*file);
-        VARIANT_BOOL done = VARIANT_FALSE;
-        com::Check(device->AppExport(path.InOut(), &done));
-    });
-}
-
-void frmVantor::DownloadApplication() {
-    RunBusy([&] {
-        const com::Ptr<IDeviceEx> device = m_deviceEx;
-        const auto file =
-            ui::AskOpenFile(Handle(), L"Download Application from file...", kApplicationFiles);
-        if (!file) return;
-        long result = 0;
-        com::Check(device->AppDownload(com::Bstr(*file).Get(), &result));
-    });
-    if (IsOpen()) RefreshState();
 }
 
 void frmVantor::OpenHelp() {

@@ -1,5 +1,6 @@
 // frmVantor: editing the values of the main view.
 #include "com/error.h"
+#include "editors/EditPoint.h"
 #include "editors/frmAppMode.h"
 #include "editors/frmEnergyHolfOff.h"
 #include "editors/frmFan.h"
@@ -44,9 +45,10 @@ void ShowOptionEditor(const OptionEditorChoice& choice, const DataPoint& point, 
 // Not while a command works through its points: its loop would wait for the dialog. The window may
 // be closed while the dialog is up.
 void frmVantor::EditMainViewValue(int index) {
-    if (m_loading || m_busy || index < 0 || index >= MainViewCycle::kLabels) return;
+    if (m_loading || m_busy || m_editing || index < 0 || index >= MainViewCycle::kLabels) return;
     const com::Ptr<CDevice> hold = m_object;
     bool shown = false;
+    m_editing = true;
     com::Quietly([&] {
         const auto number = EntryNumber(m_mainViewTags[static_cast<std::size_t>(index)]);
         if (!number) return;
@@ -54,10 +56,10 @@ void frmVantor::EditMainViewValue(int index) {
         const DataPoint point(FindPoint(NetworkVariables().Get(), com::Variant(key)));
         if (point.NVDirection() == host::point::kOutput || !IsOpen()) return;
         const auto choice = ReadOptionEditor(ReadSetting(kOptionEditorsSection, key));
-        if (!choice) return;
-        ShowOptionEditor(*choice, point, Handle());
-        shown = true;
+        if (choice) ShowOptionEditor(*choice, point, Handle());
+        shown = choice || EditPoint(point, Handle());
     });
+    m_editing = false;
     if (!shown || !IsOpen()) return;
     const bool read = com::Quietly([&] { return ReadMainViewLabel(index); });
     if (!read && IsOpen() && m_mainViewAge[static_cast<std::size_t>(index)].Fail())

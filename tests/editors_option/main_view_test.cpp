@@ -1,4 +1,5 @@
 // Editing from the main view: which values take the focus, which dialog they open, what is read.
+#include "editors/editors_resource.h"
 #include "editors_option/option_dialog_test.h"
 
 namespace quillon::test {
@@ -142,6 +143,58 @@ TEST_F(MainViewEditing, PollingGoesOnWhileTheDialogIsUp) {
     OpenFor(kAppModePoint, "AppMode");
     Edit({[&] { TheWindow()->Tick(Timer::kTmrPolling); },
           Expect([&] { EXPECT_EQ(WindowText(Label(0)), L"HVAC_COOL"); }), Key(VK_ESCAPE)});
+}
+
+TEST_F(MainViewEditing, WithoutAnEntryTheTypeChoosesTheEditor) {
+    for (const char* entry : {"", "Fan", "Fan,x", "occupancy", "Dimmer"}) {
+        SCOPED_TRACE(entry);
+        OpenFor(kOccupancyPoint, entry);
+        Edit({Expect([&] {
+                  EXPECT_NE(GetDlgItem(Dialog(), IDC_CBOENUM), nullptr);
+                  EXPECT_EQ(GetDlgItem(Dialog(), IDC_FRAME1), nullptr);
+              }),
+              Key(VK_ESCAPE)});
+        CloseAll();
+    }
+}
+
+TEST_F(MainViewEditing, EditorOfTheTypeIsFollowedByAReadingToo) {
+    OpenFor(0, "");
+    Edit({[&] { SetWindowTextW(GetDlgItem(Dialog(), IDC_TXTNEWCPVALUE), L"19"); },
+          [&] { PostMessageW(GetDlgItem(Dialog(), IDOK), BM_CLICK, 0, 0); }});
+    EXPECT_EQ(WindowText(Label(0)), L"19.00 degrees Celsius");
+}
+
+TEST_F(MainViewEditing, TypeThatCannotBeChangedIsRefusedWithAMessage) {
+    OpenFor(8, "");
+    Boxes().Answer(IDOK);
+    SendMessageW(TheWindow()->Handle(), WM_COMMAND, IDC_LBLNV_FIRST, 0);
+    ASSERT_EQ(Boxes().Seen().size(), 1u);
+    EXPECT_EQ(Boxes().Seen()[0].text, L"Unknown or Not modificable Attribute");
+    EXPECT_EQ(WindowText(Label(0)), L"") << "nothing was edited, so nothing is read";
+}
+
+TEST_F(MainViewEditing, ValueThatCannotBeReadAfterwardsIsGreyedUntilItIs) {
+    OpenFor(kAppModePoint, "AppMode");
+    TheWindow()->Tick(Timer::kTmrPolling);
+    const auto color = [&] {
+        const HDC context = GetDC(Label(0));
+        SetTextColor(context, RGB(1, 2, 3));
+        SendMessageW(TheWindow()->PageWindow(kTabMain), WM_CTLCOLORSTATIC,
+                     reinterpret_cast<WPARAM>(context), reinterpret_cast<LPARAM>(Label(0)));
+        const COLORREF text = GetTextColor(context);
+        ReleaseDC(Label(0), context);
+        return text;
+    };
+    const COLORREF usual = color();
+    EXPECT_NE(usual, GetSysColor(COLOR_GRAYTEXT));
+    Edit({Click(0), [&] { Host().Fail(L"Point.FormattedValue.get"); }, ClickOk()});
+    EXPECT_EQ(Raw(kAppModePoint), L"00");
+    EXPECT_EQ(WindowText(Label(0)), L"HVAC_COOL");
+    EXPECT_EQ(color(), GetSysColor(COLOR_GRAYTEXT)) << "it is not the value any more";
+    for (int tick = 0; tick < 5; ++tick) TheWindow()->Tick(Timer::kTmrPolling);
+    EXPECT_EQ(WindowText(Label(0)), L"HVAC_AUTO");
+    EXPECT_EQ(color(), usual);
 }
 
 TEST_F(MainViewEditing, ValueThatNamesNoVariableOpensNothing) {

@@ -16,7 +16,29 @@ void Hold(int key) {
     SetKeyboardState(state);
 }
 
+constexpr DWORD kLimit = 20000;
+
+OptionDialogTest* g_running = nullptr;
+
+struct Search {
+    HWND owner;
+    HWND found;
+};
+
+BOOL CALLBACK IsPopup(HWND window, LPARAM argument) {
+    auto& search = *reinterpret_cast<Search*>(argument);
+    const bool fits = GetWindow(window, GW_OWNER) == search.owner && IsWindowVisible(window);
+    if (fits) search.found = window;
+    return !fits;
+}
+
 }  // namespace
+
+HWND PopupOf(HWND owner) {
+    Search search{owner, nullptr};
+    EnumThreadWindows(GetCurrentThreadId(), IsPopup, reinterpret_cast<LPARAM>(&search));
+    return search.found;
+}
 
 void OptionDialogTest::SetUp() {
     WindowTest::SetUp();
@@ -42,32 +64,52 @@ void OptionDialogTest::OpenFor(int point, const std::string& entry) {
     Host().Clear();
 }
 
-// Each step's own messages are handled before the next one runs.
-void OptionDialogTest::Next(std::size_t step) {
-    if (step < m_steps.size()) {
-        m_steps[step]();
-        Posted().Post([this, step] { Next(step + 1); });
+// A timer waits for all that a step has posted. Steps rest before the dialog is up, and while a
+// message box stands over it.
+bool OptionDialogTest::Ready() {
+    if (m_dialog) return !IsWindow(m_dialog) || IsWindowEnabled(m_dialog);
+    m_dialog = PopupOf(m_owner);
+    if (m_dialog) return true;
+    if (GetTickCount() - m_start < kLimit) return false;
+    ADD_FAILURE() << "no dialog came up";
+    m_steps.clear();
+    return true;
+}
+
+void OptionDialogTest::Tick() {
+    if (!Ready()) return;
+    if (!m_steps.empty()) {
+        const Step step = std::move(m_steps.front());
+        m_steps.pop_front();
+        step();
         return;
     }
-    m_steps.clear();
-    if (const HWND left = Dialog()) {
-        ADD_FAILURE() << "the dialog is still up";
-        PostMessageW(left, WM_COMMAND, IDCANCEL, 0);
+    KillTimer(nullptr, std::exchange(m_timer, 0));
+    if (!Dialog()) return;
+    ADD_FAILURE() << "the dialog is still up";
+    PostMessageW(m_dialog, WM_COMMAND, IDCANCEL, 0);
+}
+
+void CALLBACK OptionDialogTest::OnTimer(HWND, UINT, UINT_PTR, DWORD) noexcept {
+    try {
+        g_running->Tick();
+    } catch (...) {
+        ADD_FAILURE() << "a step threw";
     }
 }
 
 void OptionDialogTest::Run(HWND owner, const std::function<void()>& shows,
                            const std::vector<Step>& steps) {
-    m_dialog = [owner] {
-        const HWND popup = IsWindow(owner) ? GetWindow(owner, GW_ENABLEDPOPUP) : nullptr;
-        return popup == owner ? HWND{} : popup;
-    };
-    m_steps = steps;
-    m_steps.insert(m_steps.begin(), [this] { EXPECT_NE(Dialog(), nullptr) << "no dialog"; });
-    Posted().Post([this] { Next(0); });
+    g_running = this;
+    m_owner = owner;
+    m_dialog = nullptr;
+    m_start = GetTickCount();
+    m_steps.assign(steps.begin(), steps.end());
+    m_timer = SetTimer(nullptr, 0, USER_TIMER_MINIMUM, OnTimer);
+    ASSERT_NE(m_timer, 0u);
     shows();
-    Poster::Drain();
-    EXPECT_EQ(Posted().Waiting(), 0);
+    EXPECT_TRUE(PumpUntil([&] { return m_timer == 0 && !Dialog(); }, 2 * kLimit));
+    g_running = nullptr;
 }
 
 void OptionDialogTest::Edit(const std::vector<Step>& steps, int label) {
@@ -80,8 +122,8 @@ void OptionDialogTest::Edit(const std::vector<Step>& steps, int label) {
 void OptionDialogTest::ExpectNoDialog(int label) {
     const HWND window = m_window->Handle();
     Posted().Post([window] {
-        const HWND popup = GetWindow(window, GW_ENABLEDPOPUP);
-        if (!popup || popup == window) return;
+        const HWND popup = PopupOf(window);
+        if (!popup) return;
         ADD_FAILURE() << "a dialog came up";
         PostMessageW(popup, WM_COMMAND, IDCANCEL, 0);
     });

@@ -2,6 +2,7 @@
 // operator's steps run from the dialog's own message loop.
 #pragma once
 
+#include <deque>
 #include <functional>
 #include <string>
 #include <vector>
@@ -17,6 +18,9 @@ inline constexpr int kAppModePoint = 20;
 inline constexpr int kHoldOffPoint = 21;
 inline constexpr int kLightingPoint = 22;
 inline constexpr int kOccupancyFieldsPoint = 23;
+
+// The visible window of this thread that another one owns; null when there is none.
+HWND PopupOf(HWND owner);
 
 class OptionDialogTest : public WindowTest {
 protected:
@@ -36,8 +40,8 @@ protected:
     // Runs something that shows a modal dialog owned by a window, and the steps in it.
     void Run(HWND owner, const std::function<void()>& shows, const std::vector<Step>& steps);
 
-    // Of the dialog that is up; null when there is none.
-    HWND Dialog() const { return m_dialog(); }
+    // The dialog that the steps are done in; null when it is gone.
+    HWND Dialog() const { return IsWindow(m_dialog) ? m_dialog : nullptr; }
     HWND Button(int position) const;
     int ButtonCount() const;
     Lines Labels() const;
@@ -59,11 +63,16 @@ protected:
     static Lines Puts() { return Only(Host().Log(), L"Point.Value.put"); }
 
 private:
-    void Next(std::size_t step);
+    static void CALLBACK OnTimer(HWND, UINT, UINT_PTR, DWORD) noexcept;
+    void Tick();
+    bool Ready();
 
     Window m_window;
-    std::function<HWND()> m_dialog = [] { return HWND{}; };
-    std::vector<Step> m_steps;
+    HWND m_owner = nullptr;
+    HWND m_dialog = nullptr;
+    DWORD m_start = 0;
+    std::deque<Step> m_steps;
+    UINT_PTR m_timer = 0;
 };
 
 }  // namespace quillon::test

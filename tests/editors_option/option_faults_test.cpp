@@ -110,8 +110,7 @@ TEST_F(OptionFaults, EveryFailingCallWhileOpeningEndsQuietly) {
         SCOPED_TRACE(Narrow(member) + " " + std::to_string(nth));
         Host().Fail(member, nth);
         Posted().Post([&] {
-            const HWND popup = GetWindow(TheWindow()->Handle(), GW_ENABLEDPOPUP);
-            if (popup && popup != TheWindow()->Handle())
+            if (const HWND popup = PopupOf(TheWindow()->Handle()))
                 PostMessageW(popup, WM_COMMAND, IDCANCEL, 0);
         });
         SendMessageW(TheWindow()->Handle(), WM_COMMAND, IDC_LBLNV_FIRST, 0);

@@ -39,8 +39,17 @@ std::optional<Printer> Printer::Attached() {
 }
 
 std::string Printer::Received() const {
-    std::ifstream file(std::filesystem::path(m_folder) / "received", std::ios::binary);
+    return Content("received");
+}
+
+std::string Printer::Content(const char* name) const {
+    std::ifstream file(std::filesystem::path(m_folder) / name, std::ios::binary);
     return {std::istreambuf_iterator<char>(file), {}};
+}
+
+bool Printer::IsHeld() const {
+    Tell("ask");
+    return Content("holders") != "0";
 }
 
 bool Printer::HasReceived(std::size_t bytes) const {

@@ -13,9 +13,9 @@ public:
 
     // The port's number, "27".
     const std::wstring& Port() const { return m_port; }
-    // "\\.\COM27"
-    std::wstring PortPath() const { return L"\\\\.\\COM" + m_port; }
     std::string Received() const;
+    // Whether a program has the port open.
+    bool IsHeld() const;
     // Waits until so many bytes have come; false when they do not within the limit.
     bool HasReceived(std::size_t bytes) const;
     // Gives a command, see scripts/printer.py. Tell waits until it is obeyed.
@@ -23,6 +23,8 @@ public:
     void Ask(const char* command) const;
 
 private:
+    std::string Content(const char* name) const;
+
     Printer(std::wstring port, std::wstring folder)
         : m_port(std::move(port)), m_folder(std::move(folder)) {}
 

@@ -1,6 +1,5 @@
 // Printing on a printer at a real serial port; left out where none is attached
 // (scripts/with-printer.sh attaches one).
-#include "com/handle.h"
 #include "com/module.h"
 #include "plugin/clock.h"
 #include "support/printer.h"
@@ -55,11 +54,6 @@ protected:
         EXPECT_TRUE(Paper().HasReceived(bytes.size()));
         CloseAll();
         return Paper().Received();
-    }
-    // Whether somebody holds the port open.
-    bool PortBusy() const {
-        return !com::Handle(CreateFileW(Paper().PortPath().c_str(), GENERIC_READ | GENERIC_WRITE, 0,
-                                        nullptr, OPEN_EXISTING, 0, nullptr));
     }
 
 private:
@@ -116,7 +110,7 @@ TEST_F(LabelPrinter, EmptyTemplateIsPrinted) {
 TEST_F(LabelPrinter, SecondLabelIsSentByThePortThatIsOpen) {
     const Window window = OpenLabelTab("YYWW nnnnnnnnnnnn\n");
     PrintWell(*window);
-    EXPECT_TRUE(PortBusy());
+    EXPECT_TRUE(Paper().IsHeld());
     window->SelectTab(kTabLabelPrint);
     EXPECT_FALSE(CanPrint(*window));
     ChooseModel(*window, 0);
@@ -125,14 +119,14 @@ TEST_F(LabelPrinter, SecondLabelIsSentByThePortThatIsOpen) {
     EXPECT_TRUE(Paper().HasReceived(36));
     EXPECT_EQ(Paper().Received(), "2647 0000000000A1\n2701 0000000000A1\n");
     window->Unload();
-    EXPECT_FALSE(PortBusy());
+    EXPECT_FALSE(Paper().IsHeld());
 }
 
 TEST_F(LabelPrinter, MissingTemplateStillOpensThePort) {
     const Window window = OpenLabelTab("");
     DeleteFileW(InFolder(Wide(TemplateName())).c_str());
     PrintBadly(*window);
-    EXPECT_TRUE(PortBusy());
+    EXPECT_TRUE(Paper().IsHeld());
     EXPECT_EQ(window->SelectedTab(), kTabLabelPrint);
     EXPECT_TRUE(CanPrint(*window));
     WriteTemplate("here");
@@ -165,7 +159,7 @@ TEST_F(LabelPrinter, ModelWithoutTemplateIsTold) {
     other->SelectTab(kTabLabelPrint);
     ChooseModel(*other, 0);
     PrintBadly(*other);
-    EXPECT_TRUE(PortBusy());
+    EXPECT_TRUE(Paper().IsHeld());
 }
 
 TEST_F(LabelPrinter, NeuronIdOfAnotherLengthIsToldAndNothingSent) {
@@ -195,12 +189,10 @@ TEST_F(LabelPrinter, NeuronIdThatCannotBeReadIsTold) {
 
 TEST_F(LabelPrinter, PortThatAnotherProgramHoldsIsTold) {
     const Window window = OpenLabelTab("label");
-    {
-        const com::Handle other(CreateFileW(Paper().PortPath().c_str(), GENERIC_READ, 0, nullptr,
-                                            OPEN_EXISTING, 0, nullptr));
-        ASSERT_TRUE(other);
-        PrintBadly(*window);
-    }
+    Paper().Tell("refuse");
+    PrintBadly(*window);
+    EXPECT_TRUE(CanPrint(*window));
+    Paper().Tell("fresh");
     PrintWell(*window);
     EXPECT_TRUE(Paper().HasReceived(5));
     EXPECT_EQ(Paper().Received(), "label");
@@ -231,7 +223,7 @@ TEST_F(LabelPrinter, PrinterThatTakesNothingIsGivenUpAndTheWindowAnswersMeanwhil
     EXPECT_GE(GetTickCount64() - start, 10000u);
     EXPECT_EQ(Boxes().Seen().back().text, L"The label printer has taken nothing for 10 seconds.");
     EXPECT_EQ(window->SelectedTab(), kTabTest);
-    EXPECT_TRUE(PortBusy());
+    EXPECT_TRUE(Paper().IsHeld());
     // Nothing of the first label comes out in front of the second.
     Paper().Tell("go");
     WriteTemplate("again");
@@ -252,7 +244,7 @@ TEST_F(LabelPrinter, WindowClosedWhilePrinting) {
         });
         PressPrint(*window);
         EXPECT_FALSE(window->IsOpen());
-        EXPECT_FALSE(PortBusy());
+        EXPECT_FALSE(Paper().IsHeld());
         Paper().Tell("fresh");
     }
     EXPECT_TRUE(Boxes().Seen().empty());

@@ -1,0 +1,113 @@
+// Label printing and help, by the windows of devices.
+#include <algorithm>
+#include <vector>
+
+#include "commands.h"
+#include "dialog_driver.h"
+//
+#include <commctrl.h>
+
+namespace quorvex::bench::commands {
+namespace {
+
+using Windows = std::vector<HWND>;
+
+BOOL CALLBACK OnWindow(HWND window, LPARAM windows) {
+    if (IsWindowVisible(window)) reinterpret_cast<Windows*>(windows)->push_back(window);
+    return TRUE;
+}
+
+Windows ShownWindows() {
+    Windows windows;
+    EnumThreadWindows(GetCurrentThreadId(), OnWindow, reinterpret_cast<LPARAM>(&windows));
+    return windows;
+}
+
+// The first control of a class that a window shows.
+HWND ShownControl(HWND window, std::wstring_view kind) {
+    Windows controls;
+    EnumChildWindows(window, OnWindow, reinterpret_cast<LPARAM>(&controls));
+    for (const HWND control : controls)
+        if (ClassOf(control) == kind) return control;
+    throw Failure{L"the window shows no " + std::wstring(kind)};
+}
+
+void SelectTab(HWND window, std::wstring_view caption) {
+    const HWND tabs = ShownControl(window, WC_TABCONTROLW);
+    for (int place = 0; place < TabCtrl_GetItemCount(tabs); ++place) {
+        wchar_t text[64] = {};
+        TCITEMW item{};
+        item.mask = TCIF_TEXT;
+        item.pszText = text;
+        item.cchTextMax = 64;
+        TabCtrl_GetItem(tabs, place, &item);
+        if (caption != item.pszText) continue;
+        TabCtrl_SetCurSel(tabs, place);
+        NMHDR header{tabs, static_cast<UINT_PTR>(GetDlgCtrlID(tabs)),
+                     static_cast<UINT>(TCN_SELCHANGE)};
+        SendMessageW(GetParent(tabs), WM_NOTIFY, header.idFrom, reinterpret_cast<LPARAM>(&header));
+        return;
+    }
+    throw Failure{L"the window shows no tab \"" + std::wstring(caption) + L"\""};
+}
+
+// Watches while it lives how long this thread's messages have to wait, by a timer of 10 ms.
+class Watch {
+public:
+    Watch() : m_start(GetTickCount64()) {
+        s_last = m_start;
+        s_longest = 0;
+        m_timer = SetTimer(nullptr, 0, 10, OnTimer);
+    }
+    Watch(const Watch&) = delete;
+    Watch& operator=(const Watch&) = delete;
+    ~Watch() { KillTimer(nullptr, m_timer); }
+
+    ULONGLONG Elapsed() const { return GetTickCount64() - m_start; }
+    static ULONGLONG LongestGap() { return s_longest; }
+
+private:
+    static void CALLBACK OnTimer(HWND, UINT, UINT_PTR, DWORD) {
+        const ULONGLONG now = GetTickCount64();
+        s_longest = std::max(s_longest, now - s_last);
+        s_last = now;
+    }
+
+    static inline ULONGLONG s_last = 0;
+    static inline ULONGLONG s_longest = 0;
+    ULONGLONG m_start;
+    UINT_PTR m_timer = 0;
+};
+
+}  // namespace
+
+void PrintLabel(Session& session, const Words& words) {
+    const HWND window = session.Windows().Open(session.GetHost().Find(words[0]));
+    SelectTab(window, L"Label Print");
+    const HWND models = ShownControl(window, L"ListBox");
+    const auto line =
+        static_cast<int>(SendMessageW(models, LB_FINDSTRINGEXACT, static_cast<WPARAM>(-1),
+                                      reinterpret_cast<LPARAM>(words[1].c_str())));
+    if (line == LB_ERR) throw Failure{L"the list has no model \"" + words[1] + L"\""};
+    ClickLine(models, line);
+    const Watch watch;
+    PressButton(GetParent(models), L"Print Label");
+    Print(L"The print took " + std::to_wstring(watch.Elapsed()) +
+          L" ms; messages waited for at most " + std::to_wstring(Watch::LongestGap()) + L" ms");
+}
+
+// The help viewer makes its window on the thread that asks for it.
+void OpenHelp(Session& session, const Words& words) {
+    const HWND window = session.Windows().Open(session.GetHost().Find(words[0]));
+    const Windows before = ShownWindows();
+    ChooseMenu(window, {L"?", L"Help"});
+    for (const HWND shown : ShownWindows()) {
+        if (std::find(before.begin(), before.end(), shown) != before.end()) continue;
+        Print(L"Help shows \"" + TextOf(shown) + L"\"");
+        SendMessageW(shown, WM_CLOSE, 0, 0);
+        return;
+    }
+    throw Failure{L"no help came up"};
+}
+
+}  // namespace quorvex::bench::commands
