@@ -131,7 +131,7 @@ void Calls::Restore() {
     m_silent.clear();
 }
 
-void Calls::Log(MemberId member, std::wstring arguments) {
+void Calls::Log(MemberId member, const std::wstring& arguments) {
     if (m_log.size() == kLogLines) {
         m_log.pop_front();
         ++m_dropped;

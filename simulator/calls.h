@@ -90,7 +90,7 @@ private:
         std::optional<com::Variant> answer;
     };
 
-    void Log(MemberId member, std::wstring arguments);
+    void Log(MemberId member, const std::wstring& arguments);
     static void RunHandlers(Slot& slot);
     static std::optional<HRESULT> DueFault(Slot& slot);
     static void Disarm(Slot& slot);
