@@ -31,6 +31,8 @@ constexpr Command kCommands[] = {
     {L"window", 0, kMany, L"window [--for SECONDS] [DEVICE...]", commands::Window},
     {L"open", 1, 1, L"open DEVICE", commands::Open},
     {L"close", 1, 1, L"close DEVICE", commands::Close},
+    {L"calibrate", 3, 3, L"calibrate DEVICE low|high VOLTS", commands::Calibrate},
+    {L"calibrations", 3, 3, L"calibrations save|load DEVICE FILE", commands::Calibrations},
     {L"print", 2, 2, L"print DEVICE MODEL", commands::PrintLabel},
     {L"help", 1, 1, L"help DEVICE", commands::OpenHelp},
     {L"parameters", 3, kMany, L"parameters save|download DEVICE FILE [NAME...]",

@@ -30,6 +30,8 @@ void Edit(Session& session, const Words& words);
 void Open(Session& session, const Words& words);
 void Close(Session& session, const Words& words);
 void Parameters(Session& session, const Words& words);
+void Calibrate(Session& session, const Words& words);
+void Calibrations(Session& session, const Words& words);
 void PrintLabel(Session& session, const Words& words);
 void OpenHelp(Session& session, const Words& words);
 
