@@ -20,8 +20,10 @@ struct Measure {
 
 // Memory first: what the others leave in the heaps would hide a small leak.
 constexpr Measure kMeasures[] = {
-    {L"memory", MeasureMemory}, {L"forwarding", MeasureForwarding}, {L"profile", MeasureProfile},
-    {L"export", MeasureExport}, {L"download", MeasureDownload},     {L"module", MeasureModuleFile},
+    {L"memory", MeasureMemory},     {L"forwarding", MeasureForwarding},
+    {L"profile", MeasureProfile},   {L"export", MeasureExport},
+    {L"download", MeasureDownload}, {L"module", MeasureModuleFile},
+    {L"editors", MeasureEditors},
 };
 
 const Measure* Find(std::wstring_view name) {
@@ -69,7 +71,7 @@ int Run(int count, wchar_t** names) {
 int wmain(int count, wchar_t** names) {
     for (int i = 1; i < count; ++i) {
         if (Find(names[i])) continue;
-        Complain("the measures are memory, forwarding, profile, export, download, module");
+        Complain("the measures are memory, forwarding, profile, export, download, module, editors");
         return 2;
     }
     return Run(count, names);

@@ -17,6 +17,8 @@ void MeasureExport(const Session& session, Table& table);
 void MeasureDownload(const Session& session, Table& table);
 // Memory held after many rounds of loading and letting go.
 void MeasureMemory(const Session& session, Table& table);
+// Opening value editors: calls of the host, and a long enumeration against a bare list box.
+void MeasureEditors(const Session& session, Table& table);
 // Size and imports of the DLL.
 void MeasureModuleFile(const Session& session, Table& table);
 

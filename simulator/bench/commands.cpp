@@ -29,6 +29,7 @@ constexpr Command kCommands[] = {
     {L"calibration", 2, 2, L"calibration DEVICE high|low", commands::Calibration},
     {L"temperature", 2, 2, L"temperature DEVICE CELSIUS", commands::Temperature},
     {L"window", 0, kMany, L"window [--for SECONDS] [DEVICE...]", commands::Window},
+    {L"edit", 4, kMany, L"edit DEVICE TAB ROW STEP...", commands::Edit},
     {L"settings", 1, 3, L"settings clear | settings [SECTION] KEY VALUE", commands::Settings},
     {L"fail", 2, 4, L"fail MEMBER [NTH] [always] RESULT", commands::Fail},
     {L"delay", 2, 2, L"delay MEMBER MILLISECONDS", commands::Delay},

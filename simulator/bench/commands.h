@@ -24,6 +24,7 @@ void Analog(Session& session, const Words& words);
 void Calibration(Session& session, const Words& words);
 void Temperature(Session& session, const Words& words);
 void Window(Session& session, const Words& words);
+void Edit(Session& session, const Words& words);
 
 // The host and the bench itself
 void Settings(Session& session, const Words& words);
