@@ -60,7 +60,7 @@ check "not saved after a failure" 1 err "nowhere" --network "$work/saved.json" -
 check "value kept" 0 out "^25.50$" --network "$work/saved.json" get Left nv nviSetpoint value
 
 import="$work/made.json"
-check "imported interface" 0 out "Imported 9 network variables" --network "$network" \
+check "imported interface" 0 out "Imported 8 network variables" --network "$network" \
     import "$example" "$import" 0000000000D1
 check "network of it" 0 out "0000000000D1.*thermostat.*9FFFFF0600050401" --network "$import" list
 check "initial value" 0 out "^60.0$" --network "$import" get 0000000000D1 nv nciSndHrtBt value
