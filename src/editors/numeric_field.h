@@ -24,9 +24,9 @@ public:
         bool isFloat = false;
         int bCoef = 0;
         // As the host delivers them; empty: no limit.
-        std::wstring minimum;
-        std::wstring maximum;
-        std::wstring invalidValue;  // blank: the type has none
+        std::wstring minimum = {};
+        std::wstring maximum = {};
+        std::wstring invalidValue = {};  // blank: the type has none
     };
 
     // Where the local separator is ".", numbers are read without regard to the regional settings,
