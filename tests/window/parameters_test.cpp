@@ -1,4 +1,5 @@
 // Saving and downloading parameters, and the display's files, from the menu.
+#include "com/late.h"
 #include "window/parameter_fixture.h"
 
 namespace quillon::test {
