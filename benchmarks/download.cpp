@@ -14,7 +14,7 @@ namespace quillon::benchmarks {
 
 namespace {
 
-constexpr int kRounds = 31;
+constexpr int kRounds = 18;
 constexpr int kPoints = 20'000;
 
 // The values are written between two calls that the host sees: the second entry that is written

@@ -15,7 +15,7 @@ namespace quillon::benchmarks {
 
 namespace {
 
-constexpr int kRounds = 21;
+constexpr int kRounds = 9;
 constexpr int kPoints = 10'000;  // of each of the two kinds
 
 constexpr CLSID kDocument60 = {

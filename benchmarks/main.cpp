@@ -1,7 +1,10 @@
 // quillon_benchmarks [MEASURE...]: takes the named measures, or all, and prints their table.
-// Exit code 0 when they were taken, whatever they say; 1 when one could not be; 2: wrong arguments.
+// quillon_benchmarks file PATH: writes the application file that `profile` loads.
+// Exit code 0: done, every limit kept; 1: something could not be done; 2: wrong arguments; 3: a
+// limit is broken.
 #include <cstdio>
 #include <exception>
+#include <filesystem>
 #include <string>
 #include <string_view>
 
@@ -26,6 +29,9 @@ constexpr Measure kMeasures[] = {
     {L"export", MeasureExport},
     {L"download", MeasureDownload},
     {L"module", MeasureModuleFile},
+    {L"parameters", MeasureParameters},
+    {L"script", MeasureScript},
+    {L"growth", MeasureGrowth},
     {L"window-calls", MeasureWindowCalls},
     {L"window-opening", MeasureWindowOpening},
     {L"window-ticks", MeasureWindowTicks},
@@ -57,14 +63,30 @@ bool Asked(const Measure& measure, int count, wchar_t** names) {
     return count <= 1;
 }
 
-int Run(int count, wchar_t** names) {
+int TakeMeasures(int count, wchar_t** names) {
+    const Session session;
+    Table table;
+    for (const Measure& measure : kMeasures)
+        if (Asked(measure, count, names)) measure.take(session, table);
+    std::fputs(table.Text().c_str(), stdout);
+    return table.Holds() ? 0 : 3;
+}
+
+int WriteFile(const std::filesystem::path& path) {
+    const Session session;
+    const Room room = session.OpenRoom(kLoadedRoom);
+    std::filesystem::copy_file(session.ExportApplication(room, L"written.app"), path,
+                               std::filesystem::copy_options::overwrite_existing);
+    return 0;
+}
+
+bool AsksForFile(int count, wchar_t** words) {
+    return count == 3 && std::wstring_view(words[1]) == L"file";
+}
+
+int Run(int count, wchar_t** words) {
     try {
-        const Session session;
-        Table table;
-        for (const Measure& measure : kMeasures)
-            if (Asked(measure, count, names)) measure.take(session, table);
-        std::fputs(table.Text().c_str(), stdout);
-        return 0;
+        return AsksForFile(count, words) ? WriteFile(words[2]) : TakeMeasures(count, words);
     } catch (const com::Error& error) {
         Complain("a COM call failed with " + HexText(error.Result()));
     } catch (const std::exception& error) {
@@ -75,14 +97,14 @@ int Run(int count, wchar_t** names) {
 
 }  // namespace
 
-int wmain(int count, wchar_t** names) {
-    for (int i = 1; i < count; ++i) {
-        if (Find(names[i])) continue;
+int wmain(int count, wchar_t** words) {
+    for (int i = 1; i < count && !AsksForFile(count, words); ++i) {
+        if (Find(words[i])) continue;
         std::string known = "the measures are";
         for (const Measure& measure : kMeasures)
             known += " " + std::string(measure.name.begin(), measure.name.end());
         Complain(known);
         return 2;
     }
-    return Run(count, names);
+    return Run(count, words);
 }

@@ -15,6 +15,12 @@ void MeasureProfile(const Session& session, Table& table);
 void MeasureExport(const Session& session, Table& table);
 // Writing configuration values in a download, against the same look-ups and writes.
 void MeasureDownload(const Session& session, Table& table);
+// Saving and loading, against a script that does the same by the host's objects and MSXML.
+void MeasureScript(const Session& session, Table& table);
+// What a point costs in files of 10 to 100,000: a table of its own, without limits.
+void MeasureGrowth(const Session& session, Table& table);
+// Opening the parameter dialog on a large file, against reading its keys.
+void MeasureParameters(const Session& session, Table& table);
 // Memory held after many rounds of loading and letting go.
 void MeasureMemory(const Session& session, Table& table);
 // The device window: host calls to open it, the time that takes, its ticks, its row loops, and what

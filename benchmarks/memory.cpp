@@ -1,8 +1,5 @@
-#include <stdexcept>
-
-#include "com/error.h"
-#include "com/text.h"
 #include "heap.h"
+#include "loading.h"
 #include "measures.h"
 
 namespace quillon::benchmarks {
@@ -16,12 +13,8 @@ constexpr double kLimit = 1.0;  // percent
 
 // A device made and bound, a file loaded into a profile, everything let go of.
 void Round(const Session& session, const Room& room, const std::wstring& file) {
-    const com::Ptr<IDevice> device = session.BindDevice(room.network.Get());
-    const com::Ptr<_CProfile> profile = session.Create<_CProfile>(CLSID_CProfile);
-    com::Ptr<_CDevice> target = device.As<_CDevice>();
-    VARIANT_BOOL loaded = VARIANT_FALSE;
-    com::Check(profile->FriendSet(com::Bstr(file).Get(), target.InOut(), &loaded));
-    if (!loaded) throw std::runtime_error("the profile refuses an exported file");
+    const Room own{room.network, session.BindDevice(room.network.Get()), nullptr};
+    SecondsOfLoading(session, own, file);
 }
 
 double Growth(std::size_t before, std::size_t after) {

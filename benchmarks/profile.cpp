@@ -8,14 +8,14 @@
 #include "com/variant.h"
 #include "com/xml_document.h"
 #include "late_call.h"
+#include "loading.h"
 #include "measures.h"
 
 namespace quillon::benchmarks {
 
 namespace {
 
-constexpr int kRounds = 21;
-constexpr int kGrowthRounds = 15;
+constexpr int kRounds = 9;
 constexpr int kPoints = 10'000;  // of each of the two kinds
 
 constexpr CLSID kDocument60 = {
@@ -153,14 +153,10 @@ public:
     Loading(const Session& session, int points)
         : m_session(session),
           m_room(session.OpenRoom({.variables = points, .properties = points})),
-          m_device(m_room.subject.As<_CDevice>()),
           m_file(session.ExportApplication(m_room, (std::to_wstring(points) + L".app").c_str())) {}
 
     // Letting go of what was loaded is no part of either time.
-    double SecondsOfSubject() const {
-        com::Ptr<_CProfile> profile;
-        return SecondsOfSubject(profile);
-    }
+    double SecondsOfSubject() const { return SecondsOfLoading(m_session, m_room, m_file); }
 
     double SecondsOfFloor() const {
         com::Ptr<IXMLDOMDocument2> document;
@@ -173,7 +169,7 @@ public:
         com::Ptr<_CProfile> profile;
         com::Ptr<IXMLDOMDocument2> document;
         Visit seen;
-        SecondsOfSubject(profile);
+        SecondsOfLoading(m_session, m_room, m_file, profile);
         SecondsOfFloor(document, seen);
         com::Ptr<_CNVs> variables;
         com::Ptr<_CCPs> properties;
@@ -191,17 +187,6 @@ public:
     }
 
 private:
-    double SecondsOfSubject(com::Ptr<_CProfile>& profile) const {
-        profile = m_session.Create<_CProfile>(CLSID_CProfile);
-        const com::Bstr path(m_file);
-        com::Ptr<_CDevice> device = m_device;
-        VARIANT_BOOL loaded = VARIANT_FALSE;
-        const double seconds =
-            Seconds([&] { com::Check(profile->FriendSet(path.Get(), device.InOut(), &loaded)); });
-        if (!loaded) throw std::runtime_error("the profile refuses an exported file");
-        return seconds;
-    }
-
     double SecondsOfFloor(com::Ptr<IXMLDOMDocument2>& document, Visit& seen) const {
         return Seconds([&] {
             document = BareLoad(m_file);
@@ -211,7 +196,6 @@ private:
 
     const Session& m_session;
     Room m_room;
-    com::Ptr<_CDevice> m_device;
     std::wstring m_file;
 };
 
@@ -229,7 +213,7 @@ void MeasureProfile(const Session& session, Table& table) {
     const Loading full(session, 2 * kPoints);
     table.Add("the same at 20,000 + 20,000, whole", "at 10,000 + 10,000, whole", 2.2,
               Compare(
-                  kGrowthRounds, [&] { return full.SecondsOfSubject(); },
+                  kRounds, [&] { return full.SecondsOfSubject(); },
                   [&] { return half.SecondsOfSubject(); }),
               1);
 }

@@ -16,6 +16,9 @@ struct RoomSize {
     bool allConfiguration = false;
 };
 
+// The room whose application file is loaded, here and by those that the plug-in is compared with.
+inline constexpr RoomSize kLoadedRoom{.variables = 10'000, .properties = 10'000};
+
 // Writes a network file for the simulated host. Throws std::runtime_error.
 void WriteNetwork(const std::filesystem::path& file, const RoomSize& size);
 

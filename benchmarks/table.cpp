@@ -1,5 +1,6 @@
 #include "table.h"
 
+#include <algorithm>
 #include <charconv>
 #include <iterator>
 
@@ -33,12 +34,10 @@ std::string Decimals(double number, int digits) {
 
 void Table::Add(std::string what, std::string against, double limit, const Comparison& measured,
                 int pieces) {
-    m_rows.push_back({std::move(what), std::move(against), Decimals(measured.ratio, 2) + " ×",
-                      Decimals(limit, 1) + " ×", measured.ratio <= limit,
-                      TimeText(measured.subject / pieces) + " to " +
-                          TimeText(measured.floor / pieces) + "; half of the rounds " +
-                          Decimals(measured.lowerQuartile, 2) + " to " +
-                          Decimals(measured.upperQuartile, 2)});
+    Add(std::move(what), std::move(against),
+        Decimals(measured.ratio, 2) + " × ± " + Decimals(measured.deviation, 2),
+        Decimals(limit, 1) + " ×", !measured.Breaks(limit),
+        TimeText(measured.subject / pieces) + " to " + TimeText(measured.floor / pieces));
 }
 
 void Table::Add(std::string what, std::string against, std::string measured, std::string limit,
@@ -53,7 +52,12 @@ std::string Table::Text() const {
     for (const Row& row : m_rows)
         text += "| " + row.what + " | " + row.against + " | " + row.measured + " | " + row.limit +
                 " | " + (row.holds ? "ok" : "**over**") + " | " + row.remark + " |\n";
+    for (const std::string& part : m_parts) text += "\n" + part;
     return text;
+}
+
+bool Table::Holds() const {
+    return std::all_of(m_rows.begin(), m_rows.end(), [](const Row& row) { return row.holds; });
 }
 
 }  // namespace quillon::benchmarks

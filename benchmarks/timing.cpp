@@ -3,7 +3,9 @@
 #include <windows.h>
 
 #include <algorithm>
+#include <cmath>
 #include <cstddef>
+#include <utility>
 
 namespace quillon::benchmarks {
 
@@ -15,9 +17,9 @@ double Frequency() {
     return static_cast<double>(frequency.QuadPart);
 }
 
-// `values` sorted; `part` 0.25 is the lower quartile.
-double Quantile(const std::vector<double>& values, double part) {
-    return values[static_cast<std::size_t>(part * static_cast<double>(values.size() - 1) + 0.5)];
+double DeviationFrom(double middle, std::vector<double> values) {
+    for (double& value : values) value = std::fabs(value - middle);
+    return Median(std::move(values));
 }
 
 }  // namespace
@@ -41,15 +43,20 @@ Comparison Compare(int rounds, const std::function<double()>& subject,
     floor();
     std::vector<double> subjects;
     std::vector<double> floors;
-    std::vector<double> ratios;
-    for (int round = 0; round < rounds; ++round) {
-        subjects.push_back(subject());
-        floors.push_back(floor());
-        ratios.push_back(subjects.back() / floors.back());
+    std::vector<double> samples;
+    const int roundsOfSample = (rounds + kSamples - 1) / kSamples;
+    for (int sample = 0; sample < kSamples; ++sample) {
+        std::vector<double> ratios;
+        for (int round = 0; round < roundsOfSample; ++round) {
+            subjects.push_back(subject());
+            floors.push_back(floor());
+            ratios.push_back(subjects.back() / floors.back());
+        }
+        samples.push_back(Median(std::move(ratios)));
     }
-    std::sort(ratios.begin(), ratios.end());
-    return {Median(subjects), Median(floors), Median(ratios), Quantile(ratios, 0.25),
-            Quantile(ratios, 0.75)};
+    const double ratio = Median(samples);
+    return {Median(std::move(subjects)), Median(std::move(floors)), ratio,
+            DeviationFrom(ratio, std::move(samples))};
 }
 
 }  // namespace quillon::benchmarks

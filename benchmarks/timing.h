@@ -21,18 +21,24 @@ double Seconds(F&& run) {
 // must be at least one.
 double Median(std::vector<double> values);
 
-// What the rounds gave. The ratio is the median of the ratios within each round, which a machine
-// that grows slower meanwhile does not shift; the quartiles show how restless it was.
+// How many ratios each comparison rests on.
+inline constexpr int kSamples = 9;
+
+// What the rounds gave. A sample is the median of the ratios within some rounds, which a machine
+// that grows slower meanwhile does not shift; the ratio is the median of the samples.
 struct Comparison {
     double subject = 0;  // median, in seconds
     double floor = 0;
     double ratio = 0;
-    double lowerQuartile = 0;  // of the ratios
-    double upperQuartile = 0;
+    double deviation = 0;  // the median absolute deviation of the samples from the ratio
+
+    // Whether the ratio lies over the limit by more than the restlessness of the run explains.
+    bool Breaks(double limit) const { return ratio > limit + 3 * deviation; }
 };
 
 // Runs subject, floor, subject, floor, ...; each says how many seconds it took, so that what it
-// prepares and clears up need not count. The first round of both warms up and is dropped.
+// prepares and clears up need not count. The first round of both warms up and is dropped. `rounds`
+// is rounded up to a multiple of kSamples.
 Comparison Compare(int rounds, const std::function<double()>& subject,
                    const std::function<double()>& floor);
 

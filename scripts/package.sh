@@ -30,7 +30,7 @@ if [ $build = yes ]; then
         targets=(Quillon quorvex bench)
         cmake --preset $preset >build/$preset.configure.log || fail "configuring $preset failed"
         # The help file is the same for both.
-        if [ $preset = win32 ] && grep -qs helpfile CMakeLists.txt help/CMakeLists.txt; then targets+=(helpfile); fi
+        if [ $preset = win32 ] && command -v chmcmd >/dev/null; then targets+=(helpfile); fi
         cmake --build --preset $preset --target "${targets[@]}" -- --quiet
     done
 fi

@@ -25,11 +25,11 @@ check_not() { # WHAT COMMAND...
 }
 
 # Each Wine program writes to a file, for Wine's services would keep a pipe open.
-run() { timeout 300 "$root/scripts/wine-run.sh" "$arch" "$@" </dev/null >"$work/out" 2>&1; }
+run() { timeout 300 "$root/scripts/wine-run.sh" "$arch" "$@" </dev/null >"$out" 2>&1; }
 ends_with() { # CODE PROGRAM ARGS...
     local result=0
     run "${@:2}" || result=$?
-    [ $result = "$1" ] || { echo "exit code $result of ${*:2}"; head -20 "$work/out"; return 1; }
+    [ $result = "$1" ] || { echo "exit code $result of ${*:2}"; head -20 "$out"; return 1; }
 }
 # All programs of the prefix have ended and its registry is in its files.
 settled() { WINEPREFIX=$prefix wineserver -w </dev/null; }
@@ -43,11 +43,12 @@ leave() {
 }
 trap leave EXIT
 
-# The classes whose server is the file "Quillon.dll" of the named folder: registered_in FILE FOLDER
+# The classes whose server is the Quillon.dll in a folder of that name: registered_in FILE FOLDER. In the
+# files of the registry a backslash is two.
 registered_in() {
-    awk -v dll="\\\\\\\\$2\\\\\\\\Quillon.dll\"" '
-        /^\[/ { key = toupper($0); sub(/.*CLSID\\\\/, "", key); sub(/\\\\.*/, "", key) }
-        /^@=/ && $0 ~ dll { print key }' "$1" | sort
+    DLL="\\\\$2\\\\Quillon.dll\"" awk '
+        /^\[/ { key = /CLSID/ ? toupper($0) : ""; sub(/.*CLSID\\\\/, "", key); sub(/\\\\.*/, "", key) }
+        /^@=/ && key != "" && index($0, ENVIRON["DLL"]) { print key }' "$1" | sort
 }
 in_manifest() { grep -o 'clsid="[^"]*"' "$1" | cut -d'"' -f2 | sort; }
 same_classes() { # REGISTRY FOLDER MANIFEST
@@ -58,19 +59,21 @@ has() { [ -f "$place/$1" ]; }
 holds() { grep -q "$1" "$2" 2>/dev/null; }
 left_over() { (cd "$place" && find . -type f | sort | tr '\n' ' ') 2>/dev/null; }
 
-# The name of an example file that nobody edits here, and of one that is edited.
+# An example that is edited here, and one that nobody edits. The bench writes settings of every program
+# ID of its network.
 edited=9FFFFF0512040410.ini
+also_edited=9FFFFF0512040522.ini
 untouched=
 
 newer_installer() {
     cp -r build/package/stage "$work/newer"
     for file in "$edited" "$untouched"; do echo "; as of 2.1.15" >>"$work/newer/examples/$file"; done
-    scripts/compile_installer.sh 2.1.15 "$work/newer" "$work/Quillon-2.1.15-setup.exe"
+    scripts/compile_installer.sh 2.1.15 "$work/newer" "$work/Quillon-2.1.15-setup.exe" -DQUICK
 }
 broken_installer() {
     cp -r build/package/stage "$work/broken"
     echo "no DLL" >"$work/broken/32/Quillon.dll"
-    scripts/compile_installer.sh 2.1.14 "$work/broken" "$work/Quillon-broken-setup.exe"
+    scripts/compile_installer.sh 2.1.14 "$work/broken" "$work/Quillon-broken-setup.exe" -DQUICK
 }
 
 installed() {
@@ -110,25 +113,27 @@ registration_free() {
 
 upgraded() {
     touch "$place/$own/0123456789AB.tca" "$place/$own/room.app"
-    chmod a-w "$place/$own/Quillon.dll"
+    # Like a DLL that a host has loaded, a folder cannot be opened for writing.
+    mv "$place/$own/Quillon.dll" "$work/$arch.dll"
+    mkdir "$place/$own/Quillon.dll"
     check "a DLL that cannot be replaced stops the installer" ends_with 3 "$work/Quillon-2.1.15-setup.exe" /S
     check_not "before anything is changed" holds 2.1.15 "$place/$own/$untouched"
-    chmod a+w "$place/$own/Quillon.dll"
+    rmdir "$place/$own/Quillon.dll"
+    mv "$work/$arch.dll" "$place/$own/Quillon.dll"
     check "upgrades silently" ends_with 0 "$work/Quillon-2.1.15-setup.exe" /S
     check "edited settings are kept" holds ForceCustomerID=operator "$place/$own/$edited"
     check_not "and not touched" holds 2.1.15 "$place/$own/$edited"
     check "the new ones lie in examples" holds 2.1.15 "$place/$own/examples/$edited"
     check "an example that nobody edited is renewed" holds 2.1.15 "$place/$own/$untouched"
-    flushed
-    check "the version is the new one" holds '"DisplayVersion"="2.1.15"' "$prefix/system.reg"
 }
 
 removed() {
     flushed
+    check "the version is the new one" holds '"DisplayVersion"="2.1.15"' "$prefix/system.reg"
     check "uninstalls silently" ends_with 0 "$place/uninstall.exe" /S
     settled
     check "only the operator's files are left: $(left_over)" \
-        [ "$(left_over)" = "./$own/0123456789AB.tca ./$own/$edited ./$own/room.app " ]
+        [ "$(left_over)" = "./$own/0123456789AB.tca ./$own/$edited ./$own/$also_edited ./$own/room.app " ]
     check_not "no key is left" names_us "$prefix/system.reg" "$prefix/user.reg" "$prefix/userdef.reg"
     check "nothing in the start menu" [ -z "$(find "$prefix/drive_c" -iname 'Quillon demo.lnk')" ]
     rm -rf "$place"
@@ -143,29 +148,23 @@ for_the_user() {
         check "$folder: every class is registered for the user" \
             same_classes "$prefix/user.reg" "$folder" "$place/$folder/Quillon.PlugIn.manifest"
     done
-    check_not "nothing is registered for the machine" names_us "$prefix/system.reg"
+    # Wine keeps a user's type library for the machine.
+    check "no class is registered for the machine" [ -z "$(registered_in "$prefix/system.reg" 32)" ]
     # Waits for its end, and so cannot remove its own file.
-    check "uninstalls for the user" ends_with 0 "$place/uninstall.exe" /CurrentUser /S "_?=$(run winepath -w "$place" && tr -d '\r\n' <"$work/out")"
+    check "uninstalls for the user" ends_with 0 "$place/uninstall.exe" /CurrentUser /S "_?=$(run winepath -w "$place" && tr -d '\r\n' <"$out")"
     flushed
     check "no file is left: $(left_over)" eval '[ -z "$(left_over)" ] || [ "$(left_over)" = "./uninstall.exe " ]'
     check_not "no key is left" names_us "$prefix/system.reg" "$prefix/user.reg"
     rm -rf "$place"
 }
 
-not_registered() {
+broken_installed() {
     check "a DLL that cannot be registered is told" ends_with 2 "$work/Quillon-broken-setup.exe" /S
-    check "a good installer mends it" ends_with 0 "$setup" /S
-    check "and is removed" ends_with 0 "$place/uninstall.exe" /S "_?=$(run winepath -w "$place" && tr -d '\r\n' <"$work/out")"
-    rm -rf "$place"
 }
 
-scripts/package.sh --no-build || exit 1
-setup=$(ls "$root"/build/package/Quillon-*-setup.exe)
-untouched=$(cd build/package/stage/examples && find . -maxdepth 1 -type f ! -name "$edited" -printf '%P\n' | sort | tail -1)
-newer_installer || exit 1
-broken_installer || exit 1
-
-for arch in ${1:-i686 x86_64}; do
+one_bitness() { # ARCH
+    arch=$1
+    out=$work/$arch.out
     echo "== $arch"
     if [ "$arch" = i686 ]; then
         prefix=$QUILLON_WINE_BASE-32 place="$prefix/drive_c/Program Files/Quillon" folders=32 own=32
@@ -173,13 +172,15 @@ for arch in ${1:-i686 x86_64}; do
         prefix=$QUILLON_WINE_BASE-64 place="$prefix/drive_c/Program Files (x86)/Quillon" folders="32 64" own=64
     fi
     "$root/scripts/wine-run.sh" "$arch" start
+    # Wine would otherwise keep books of start menu entries, in its registry and outside the prefix.
+    check "no start menu of the machine" ends_with 0 reg add 'HKCU\Software\Wine\DllOverrides' /v winemenubuilder.exe /d "" /f
     # The installed demo is a 32-bit program; the 64-bit plug-in is used by a 64-bit one.
     bench='C:\Program Files\Quillon\demo'
     if [ "$arch" = x86_64 ]; then
         cp -r build/package/64 "$prefix/drive_c/bench64"
         bench='C:\bench64'
     fi
-    not_registered
+    broken_installed
     installed
     used
     registration_free
@@ -187,6 +188,24 @@ for arch in ${1:-i686 x86_64}; do
     removed
     for_the_user
     flushed
+    echo "packaging, $arch: $failed failed"
+    [ $failed = 0 ]
+}
+
+scripts/package.sh --no-build || exit 1
+setup=$(ls "$root"/build/package/Quillon-*-setup.exe)
+untouched=$(cd build/package/stage/examples && find . -type f ! -name '*.ini' -printf '%P\n' | sort | tail -1)
+[ -n "$untouched" ] || { echo "packaging: there is no example but settings"; exit 1; }
+newer_installer || exit 1
+broken_installer || exit 1
+
+# Both at once: they share nothing but the installers, and mostly wait.
+jobs=()
+for arch in ${1:-i686 x86_64}; do
+    one_bitness "$arch" >"$work/$arch.log" 2>&1 &
+    jobs+=($!)
 done
-echo "packaging: $failed failed"
-[ $failed = 0 ]
+result=0
+for job in "${jobs[@]}"; do wait "$job" || result=1; done
+cat "$work"/*.log
+exit $result
