@@ -19,8 +19,19 @@ void MeasureDownload(const Session& session, Table& table);
 void MeasureScript(const Session& session, Table& table);
 // What a point costs in files of 10 to 100,000: a table of its own, without limits.
 void MeasureGrowth(const Session& session, Table& table);
+// Opening the parameter dialog on a large file, against reading its keys.
+void MeasureParameters(const Session& session, Table& table);
 // Memory held after many rounds of loading and letting go.
 void MeasureMemory(const Session& session, Table& table);
+// The device window: host calls to open it, the time that takes, its ticks, its row loops, and what
+// a thousand of them leave behind.
+void MeasureWindowCalls(const Session& session, Table& table);
+void MeasureWindowOpening(const Session& session, Table& table);
+void MeasureWindowTicks(const Session& session, Table& table);
+void MeasureWindowLoops(const Session& session, Table& table);
+void MeasureWindowRounds(const Session& session, Table& table);
+// Opening value editors: calls of the host, and a long enumeration against a bare list box.
+void MeasureEditors(const Session& session, Table& table);
 // Size and imports of the DLL.
 void MeasureModuleFile(const Session& session, Table& table);
 

@@ -164,6 +164,7 @@ void RoomController::WritePoint(PointKind kind, std::size_t position, const Byte
     RequireAnswer();
     DataPoint& point = Points(kind).At(position);
     point.raw = raw;
+    Calls::Process().Writes().Add(neuron + L' ' + point.name + L' ' + RawText(raw));
     if (kind != PointKind::kProperty) return;
     for (FileEntry& entry : m_files)
         if (entry.identifier == kPropertyBlockEntry &&
