@@ -23,9 +23,11 @@ struct Measure {
 
 // Memory first: what the others leave in the heaps would hide a small leak.
 constexpr Measure kMeasures[] = {
-    {L"memory", MeasureMemory}, {L"forwarding", MeasureForwarding}, {L"profile", MeasureProfile},
-    {L"export", MeasureExport}, {L"download", MeasureDownload},     {L"module", MeasureModuleFile},
-    {L"script", MeasureScript}, {L"growth", MeasureGrowth},
+    {L"memory", MeasureMemory},         {L"forwarding", MeasureForwarding},
+    {L"profile", MeasureProfile},       {L"export", MeasureExport},
+    {L"download", MeasureDownload},     {L"module", MeasureModuleFile},
+    {L"parameters", MeasureParameters}, {L"script", MeasureScript},
+    {L"growth", MeasureGrowth},
 };
 
 const Measure* Find(std::wstring_view name) {

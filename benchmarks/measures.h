@@ -19,6 +19,8 @@ void MeasureDownload(const Session& session, Table& table);
 void MeasureScript(const Session& session, Table& table);
 // What a point costs in files of 10 to 100,000: a table of its own, without limits.
 void MeasureGrowth(const Session& session, Table& table);
+// Opening the parameter dialog on a large file, against reading its keys.
+void MeasureParameters(const Session& session, Table& table);
 // Memory held after many rounds of loading and letting go.
 void MeasureMemory(const Session& session, Table& table);
 // Size and imports of the DLL.

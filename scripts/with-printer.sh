@@ -19,7 +19,7 @@ folder=${QUILLON_PRINTER_FOLDER:-$(mktemp -d)}
 mkdir -p "$folder"
 rm -f "$folder/ready"
 "$here/wine-run.sh" "$arch" start
-devices=$(dirname "$("$here/wine-run.sh" "$arch" winepath -u 'C:\' | tr -d '\r')")
+devices=$("$here/wine-run.sh" "$arch" prefix)/dosdevices
 [ -d "$devices" ] || fail "no Wine prefix"
 # Several runs may share a prefix; each takes a port that no other has.
 for number in $(seq 20 99); do

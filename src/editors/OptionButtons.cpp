@@ -24,6 +24,12 @@ bool IsChecked(HWND button) {
     return SendMessageW(button, BM_GETCHECK, 0, 0) == BST_CHECKED;
 }
 
+void SetTabStop(HWND button, bool stop) {
+    const LONG style = GetWindowLongW(button, GWL_STYLE);
+    const LONG wanted = stop ? style | WS_TABSTOP : style & ~WS_TABSTOP;
+    if (wanted != style) SetWindowLongW(button, GWL_STYLE, wanted);
+}
+
 }  // namespace
 
 bool OptionButtons::Create(HWND parent, const std::vector<Option>& options) {
@@ -116,8 +122,7 @@ void OptionButtons::Check(std::size_t position) {
         const bool one = i == position;
         if (IsChecked(m_buttons[i]) != one)
             SendMessageW(m_buttons[i], BM_SETCHECK, one ? BST_CHECKED : BST_UNCHECKED, 0);
-        const LONG style = GetWindowLongW(m_buttons[i], GWL_STYLE) & ~WS_TABSTOP;
-        SetWindowLongW(m_buttons[i], GWL_STYLE, one ? style | WS_TABSTOP : style);
+        SetTabStop(m_buttons[i], one);
     }
 }
 

@@ -116,7 +116,7 @@ void frmCPModif4::EditField() {
     const auto place = static_cast<std::size_t>(selected);
     m_editing = true;
     com::Quietly([&] {
-        const com::Variant key(std::wstring_view(m_rows[place].key));
+        const com::Variant key(m_rows[place].key);
         const DataPoint field(com::Get(m_fields.Get(), host::points::kItem, {key}).AsObject());
         field.SetValue(m_rows[place].value);
         if (EditStructureField(field, Handle())) RefreshRow(place, field);

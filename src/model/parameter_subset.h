@@ -1,5 +1,5 @@
 // Parameter files (.cps): what the selection dialog shows of one, and the file of the chosen
-// entries that it writes. Format: docs/parameter-file.md.
+// entries that it writes. Format: docs/formats/parameter-file.md.
 #pragma once
 
 #include <array>

@@ -8,12 +8,13 @@ namespace {
 
 constexpr UINT_PTR kSubclass = 1;
 
-void DrawFocus(HWND label) {
+// Into the context that was given for the drawing; null: on the screen.
+void DrawFocus(HWND label, HDC given) {
     RECT rect{};
     GetClientRect(label, &rect);
-    const HDC context = GetDC(label);
+    const HDC context = given ? given : GetDC(label);
     FrameRect(context, &rect, GetSysColorBrush(COLOR_HIGHLIGHT));
-    ReleaseDC(label, context);
+    if (!given) ReleaseDC(label, context);
 }
 
 LRESULT CALLBACK OnLabel(HWND label, UINT message, WPARAM wParam, LPARAM lParam, UINT_PTR,
@@ -29,7 +30,8 @@ LRESULT CALLBACK OnLabel(HWND label, UINT message, WPARAM wParam, LPARAM lParam,
             InvalidateRect(label, nullptr, TRUE);
             break;
         case WM_PAINT:
-            if (GetFocus() == label) DrawFocus(label);
+        case WM_PRINTCLIENT:
+            if (GetFocus() == label) DrawFocus(label, reinterpret_cast<HDC>(wParam));
             break;
         case WM_NCDESTROY:
             RemoveWindowSubclass(label, OnLabel, kSubclass);

@@ -138,24 +138,24 @@ HWND OptionDialogTest::Button(int position) const {
     return GetDlgItem(column, IDC_OPTBUTTON_FIRST + position);
 }
 
-int OptionDialogTest::ButtonCount() const {
-    int count = 0;
-    while (Button(count) && (GetWindowLongW(Button(count), GWL_STYLE) & WS_VISIBLE)) ++count;
-    return count;
+std::vector<HWND> OptionDialogTest::Buttons() const {
+    std::vector<HWND> buttons;
+    HWND button = Button(0);
+    for (; button; button = GetWindow(button, GW_HWNDNEXT))
+        if (GetWindowLongW(button, GWL_STYLE) & WS_VISIBLE) buttons.push_back(button);
+    return buttons;
 }
 
 Lines OptionDialogTest::Labels() const {
     Lines labels;
-    for (int position = 0; position < ButtonCount(); ++position)
-        labels.push_back(WindowText(Button(position)));
+    for (const HWND button : Buttons()) labels.push_back(WindowText(button));
     return labels;
 }
 
 std::wstring OptionDialogTest::Checked() const {
     std::wstring checked;
-    for (int position = 0; position < ButtonCount(); ++position)
-        if (SendMessageW(Button(position), BM_GETCHECK, 0, 0) == BST_CHECKED)
-            checked += WindowText(Button(position));
+    for (const HWND button : Buttons())
+        if (SendMessageW(button, BM_GETCHECK, 0, 0) == BST_CHECKED) checked += WindowText(button);
     return checked;
 }
 

@@ -42,8 +42,8 @@ protected:
 
     // The dialog that the steps are done in; null when it is gone.
     HWND Dialog() const { return IsWindow(m_dialog) ? m_dialog : nullptr; }
+    std::vector<HWND> Buttons() const;
     HWND Button(int position) const;
-    int ButtonCount() const;
     Lines Labels() const;
     // The caption of the checked button; empty when none is.
     std::wstring Checked() const;

@@ -168,7 +168,7 @@ TEST_F(OptionColumn, LongLabelMakesTheDialogWiderUpToTheScreen) {
 TEST_F(OptionColumn, LongListIsScrolledWithTheFocus) {
     Show(Entries(10'000),
          {Expect([&] {
-              EXPECT_EQ(ButtonCount(), static_cast<int>(OptionButtons::kMostButtons));
+              EXPECT_EQ(Buttons().size(), OptionButtons::kMostButtons);
               EXPECT_EQ(Checked(), L"Entry 3");
               RECT rect{};
               GetWindowRect(Dialog(), &rect);
@@ -204,7 +204,7 @@ TEST_F(OptionColumn, CurrentValueBeyondWhatIsOfferedChecksNone) {
 TEST_F(OptionColumn, EmptyListOffersNothingAndCanBeCancelled) {
     for (const wchar_t* list : {L"", L";;;", L"Auto;Off;"})
         Show(list, {Expect([&] {
-                        EXPECT_EQ(ButtonCount(), 0);
+                        EXPECT_EQ(Buttons().size(), 0u);
                         EXPECT_FALSE(OkEnabled());
                     }),
                     Key(VK_RETURN), Key(VK_ESCAPE)});

@@ -87,6 +87,7 @@ TEST_F(OptionFaults, HostThatFailsAtOpeningShowsNothing) {
 TEST_F(OptionFaults, MissingFieldsShowNothing) {
     OpenFor(kAppModePoint, "Lighting");
     ExpectNoDialog();
+    CloseAll();
     OpenFor(kAppModePoint, "Fan,3");
     ExpectNoDialog();
 }

@@ -1,3 +1,24 @@
+<<<<<<< HEAD
+// Answers the platform's file dialogs.
+#pragma once
+
+#include <windows.h>
+
+#include <functional>
+#include <string>
+
+namespace quillon::test {
+
+// Answers the next file dialog: with a name, or by Cancel when it is empty. `before` runs first. A
+// dialog that never comes up fails the test. One at a time.
+class FileDialog {
+public:
+    explicit FileDialog(std::wstring name, std::function<void()> before = {});
+    FileDialog(const FileDialog&) = delete;
+    FileDialog& operator=(const FileDialog&) = delete;
+    ~FileDialog();
+
+=======
 // Answers the platform's file dialogs as the operator does.
 #pragma once
 
@@ -28,10 +49,17 @@ public:
         s_this = nullptr;
         EXPECT_TRUE(m_seen) << "no file dialog came up";
     }
+>>>>>>> main
     const std::wstring& Title() const { return m_title; }
     const std::wstring& Proposed() const { return m_proposed; }
 
 private:
+<<<<<<< HEAD
+    static BOOL CALLBACK OnWindow(HWND window, LPARAM found);
+    static void CALLBACK OnTimer(HWND, UINT, UINT_PTR timer, DWORD);
+    void Answer(HWND dialog);
+
+=======
     static constexpr int kFileName = 0x47C;
 
     static BOOL CALLBACK OnWindow(HWND window, LPARAM found) {
@@ -56,6 +84,7 @@ private:
     }
 
     static inline FileDialog* s_this = nullptr;
+>>>>>>> main
     UINT_PTR m_timer = 0;
     std::wstring m_name;
     std::function<void()> m_before;
@@ -64,6 +93,11 @@ private:
     bool m_seen = false;
 };
 
+<<<<<<< HEAD
+// Makes what the system keeps after its first file dialogs, once; true when it did. The file is not
+// written.
+bool WarmUpFileDialogs(const std::wstring& file);
+=======
 // Opens a first one and a second one, so that what the system keeps for ever is made. True when
 // this call did it.
 inline bool WarmUpFileDialogs(const std::wstring& name) {
@@ -75,5 +109,6 @@ inline bool WarmUpFileDialogs(const std::wstring& name) {
     }
     return true;
 }
+>>>>>>> main
 
 }  // namespace quillon::test

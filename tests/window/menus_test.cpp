@@ -92,9 +92,8 @@ TEST_F(Menus, FailingWinkAndResetAreSilent) {
 
 TEST_F(Menus, CommandsWithoutWorkDoNothing) {
     const Window window = Open();
-    for (const int command :
-         {IDM_PARAM_SAVE, IDM_PARAM_DOWNLOAD, IDM_CALIBRATIONS_SAVE, IDM_CALIBRATIONS_LOAD,
-          IDM_EDIT_VALUE, IDM_COPY, IDM_SELECT_ALL, 4711})
+    for (const int command : {IDM_CALIBRATIONS_SAVE, IDM_CALIBRATIONS_LOAD, IDM_EDIT_VALUE,
+                              IDM_COPY, IDM_SELECT_ALL, 4711})
         Choose(*window, command);
     EXPECT_EQ(Host().Log(), Lines());
     EXPECT_TRUE(Boxes().Seen().empty());

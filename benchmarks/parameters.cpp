@@ -1,0 +1,88 @@
+#include <stdexcept>
+#include <string>
+
+#include "com/module.h"
+#include "measures.h"
+#include "model/frmCPDownload.h"
+#include "model/frmCPDownload_ids.h"
+#include "plugin/MMain.h"
+#include "plugin/whole_file.h"
+
+namespace quillon::benchmarks {
+
+namespace {
+
+constexpr int kRounds = 9;
+constexpr int kEntries = 5'000;
+
+std::string FileOfParameters() {
+    std::string text = "[GEN_INFO]\r\nProgramId=9FFFFF0512040410\r\n\r\n[NCIs]\r\nTotalNumber=" +
+                       std::to_string(kEntries) + "\r\n";
+    for (int n = 0; n < kEntries; ++n) {
+        const std::string number = std::to_string(n);
+        text.append("\r\n[NCI_").append(number).append("]\r\nIndex=").append(number);
+        text.append("\r\nValue=100.0 1\r\nName=nciParameter").append(number);
+        text.append("\r\nMark=1\r\n");
+    }
+    return text + "\r\n[CPs]\r\nTotalNumber=0\r\n";
+}
+
+BOOL CALLBACK OnWindow(HWND window, LPARAM found) {
+    if (!GetDlgItem(window, IDC_LSTCP_CHOICE) || !IsWindowVisible(window)) return TRUE;
+    *reinterpret_cast<HWND*>(found) = window;
+    return FALSE;
+}
+
+LRESULT g_lines = 0;
+
+// Cancels the dialog as soon as it is shown.
+void CALLBACK OnTimer(HWND, UINT, UINT_PTR, DWORD) {
+    HWND form = nullptr;
+    EnumThreadWindows(GetCurrentThreadId(), OnWindow, reinterpret_cast<LPARAM>(&form));
+    if (!form) return;
+    g_lines = SendMessageW(GetDlgItem(form, IDC_LSTCP_HIDDEN), LB_GETCOUNT, 0, 0);
+    PostMessageW(form, WM_COMMAND, IDCANCEL, 0);
+}
+
+double SecondsOfSubject(const std::wstring& file) {
+    g_lines = 0;
+    const UINT_PTR timer = SetTimer(nullptr, 0, 1, OnTimer);
+    const double seconds = Seconds([&] {
+        frmCPDownload form;
+        form.SetSourceFile(file);
+        form.ShowModal(nullptr);
+    });
+    KillTimer(nullptr, timer);
+    if (g_lines != kEntries) throw std::runtime_error("the dialog did not list every entry");
+    return seconds;
+}
+
+double SecondsOfFloor(const std::wstring& file) {
+    std::size_t characters = 0;
+    const double seconds = Seconds([&] {
+        for (int n = 0; n < kEntries; ++n) {
+            const std::wstring section = L"NCI_" + std::to_wstring(n);
+            for (const wchar_t* key : {L"Index", L"Value", L"Name", L"Mark"})
+                characters += ReadIniValue(file, section, key).size();
+        }
+    });
+    if (characters < std::size_t{kEntries} * 4)
+        throw std::runtime_error("the file was not read whole");
+    return seconds;
+}
+
+}  // namespace
+
+void MeasureParameters(const Session& session, Table& table) {
+    const std::wstring file = (session.Folder() / L"parameters.cps").wstring();
+    if (!WriteWholeFile(file, FileOfParameters()))
+        throw std::runtime_error("the parameter file could not be written");
+    table.Add(
+        "opening the parameter dialog with 5,000 entries, an entry",
+        "reading the keys of the same entries one by one", 1.3,
+        Compare(
+            kRounds, [&] { return SecondsOfSubject(file); }, [&] { return SecondsOfFloor(file); }),
+        kEntries);
+}
+
+}  // namespace quillon::benchmarks

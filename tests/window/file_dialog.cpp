@@ -1,0 +1,64 @@
+#include "window/file_dialog.h"
+
+#include <gtest/gtest.h>
+
+#include <utility>
+
+#include "ui/file_dialog.h"
+#include "window/window_reading.h"
+
+namespace quillon::test {
+namespace {
+
+constexpr int kFileName = 0x47C;
+
+FileDialog* g_expected = nullptr;
+
+}  // namespace
+
+FileDialog::FileDialog(std::wstring name, std::function<void()> before)
+    : m_name(std::move(name)), m_before(std::move(before)) {
+    g_expected = this;
+    m_timer = SetTimer(nullptr, 0, 20, OnTimer);
+}
+
+FileDialog::~FileDialog() {
+    KillTimer(nullptr, m_timer);
+    g_expected = nullptr;
+    EXPECT_TRUE(m_seen) << "no file dialog came up";
+}
+
+BOOL CALLBACK FileDialog::OnWindow(HWND window, LPARAM found) {
+    if (!GetDlgItem(window, kFileName)) return TRUE;
+    *reinterpret_cast<HWND*>(found) = window;
+    return FALSE;
+}
+
+void CALLBACK FileDialog::OnTimer(HWND, UINT, UINT_PTR timer, DWORD) {
+    HWND dialog = nullptr;
+    EnumThreadWindows(GetCurrentThreadId(), OnWindow, reinterpret_cast<LPARAM>(&dialog));
+    if (!dialog || !g_expected) return;
+    KillTimer(nullptr, timer);
+    g_expected->Answer(dialog);
+}
+
+void FileDialog::Answer(HWND dialog) {
+    m_seen = true;
+    m_title = WindowText(dialog);
+    m_proposed = WindowText(GetDlgItem(dialog, kFileName));
+    if (m_before) m_before();
+    if (!m_name.empty()) SetDlgItemTextW(dialog, kFileName, m_name.c_str());
+    PostMessageW(dialog, WM_COMMAND, static_cast<WPARAM>(m_name.empty() ? IDCANCEL : IDOK), 0);
+}
+
+bool WarmUpFileDialogs(const std::wstring& file) {
+    static bool s_opened = false;
+    if (std::exchange(s_opened, true)) return false;
+    for (const auto& name : {std::wstring(), file}) {
+        const FileDialog dialog(name);
+        ui::AskSaveFile(nullptr, L"first", {L"All", L"*.*"}, L"first", L"app");
+    }
+    return true;
+}
+
+}  // namespace quillon::test
