@@ -16,7 +16,7 @@ void frmCPModif2::Load() {
 bool frmCPModif2::OnInit() {
     m_box.Attach(Item(IDC_TXTNEWCPVALUE), *this);
     SetItemText(IDC_LBLNAME, m_name);
-    m_box.SetText(std::wstring(TrimBlanks(OpeningValue())));
+    m_box.SetText(Allowed(std::wstring(TrimBlanks(OpeningValue()))));
     SetFocus(Item(IDC_TXTNEWCPVALUE));
     m_box.SelectAll();
     return false;
@@ -32,10 +32,17 @@ bool frmCPModif2::OnCommand(int id, int code, HWND control) {
 void frmCPModif2::OnChanged() {
     const std::wstring text = m_box.Text();
     if (!IsTooLong(text)) return;
-    ui::ShowMessage(kTooLongText, MB_OK | MB_ICONEXCLAMATION, kTooLongTitle);
+    const std::wstring allowed = Allowed(text);
     if (!Handle()) return;
-    m_box.SetText(Shortened(text));
+    m_box.SetText(allowed);
     m_box.PutCaret(kLongestText);
+}
+
+// A value that is too long never gets into the box: very long ones take it too long to lay out.
+std::wstring frmCPModif2::Allowed(const std::wstring& text) {
+    if (!IsTooLong(text)) return text;
+    ui::ShowMessage(kTooLongText, MB_OK | MB_ICONEXCLAMATION, kTooLongTitle);
+    return Shortened(text);
 }
 
 KeyAnswer frmCPModif2::OnKey(std::wstring_view, Selection, wchar_t key) {
@@ -51,7 +58,7 @@ std::optional<TextEdit> frmCPModif2::OnPaste(std::wstring_view, Selection select
 }
 
 void frmCPModif2::OnRestore() {
-    com::Quietly([&] { m_box.SetText(Point().Value()); });
+    com::Quietly([&] { m_box.SetText(Allowed(Point().Value())); });
     m_box.PutCaret(m_box.Text().size());
 }
 

@@ -26,6 +26,8 @@ private:
     void OnAccept() override { Accept(); }
 
     void OnChanged();
+    // The text, cut with a message where it is too long.
+    static std::wstring Allowed(const std::wstring& text);
 
     FieldBox m_box;
     std::wstring m_name;

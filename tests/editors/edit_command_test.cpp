@@ -199,8 +199,9 @@ TEST_F(EditCommand, EditedRowIsReadOnceAndNoOther) {
         Host().Clear();
         editor.Key(VK_RETURN);
     });
-    EXPECT_EQ(Host().Log(), (Lines{L"Point.Value.put(\"18\")", L"Point.Value.get()",
-                                   L"Type.InvalidValue.get()", L"Point.FormattedValue.get()"}));
+    EXPECT_EQ(Host().Log(),
+              (Lines{L"Point.Value.put(\"18\")", L"Point.Value.get()", L"Point.SNVType.get()",
+                     L"Type.InvalidValue.get()", L"Point.FormattedValue.get()"}));
     EXPECT_EQ(ValueOf(window, kMonitor, 0), L"18.00 degrees Celsius");
 }
 

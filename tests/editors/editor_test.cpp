@@ -43,6 +43,8 @@ void EditorTest::SetUp() {
     m_boxes = std::make_unique<MessageBoxes>();
     m_driver = std::make_unique<EditorDriver>();
     WarmUp();
+    m_boxes.reset();
+    m_boxes = std::make_unique<MessageBoxes>();
     m_before = CountGuiObjects();
 }
 
@@ -57,7 +59,20 @@ void EditorTest::WarmUp() {
             FakePoint point(type, L"1");
             point.Set(L"EnumDesc", L"1,One;2,Two;");
             point.AddField(L"a", L"Float", L"1");
-            Edit(point, [](const Editor& editor) { UpdateWindow(editor.Window()); });
+            point.Set(L"InvalidValue", L"9");
+            Edit(point, [](const Editor& editor) {
+                UpdateWindow(editor.Window());
+                if (editor.Item(IDC_CHKINVALID)) {
+                    editor.Key(VK_TAB);
+                    editor.Click(IDC_CHKINVALID);
+                    editor.Click(IDC_CHKINVALID);
+                }
+                if (const HWND box = editor.Item(IDC_CBOENUM)) {
+                    SendMessageW(box, CB_SHOWDROPDOWN, TRUE, 0);
+                    UpdateWindow(editor.Window());
+                    SendMessageW(box, CB_SHOWDROPDOWN, FALSE, 0);
+                }
+            });
         }
     }
 }
