@@ -30,6 +30,7 @@ constexpr Measure kMeasures[] = {
     {L"download", MeasureDownload},
     {L"module", MeasureModuleFile},
     {L"parameters", MeasureParameters},
+    {L"editors", MeasureEditors},
     {L"script", MeasureScript},
     {L"growth", MeasureGrowth},
     {L"window-calls", MeasureWindowCalls},

@@ -4,8 +4,7 @@
 
 #include "commands.h"
 #include "dialog_driver.h"
-//
-#include <commctrl.h>
+#include "window_controls.h"
 
 namespace quorvex::bench::commands {
 namespace {
@@ -23,38 +22,12 @@ Windows ShownWindows() {
     return windows;
 }
 
-// The first control of a class that a window shows.
-HWND ShownControl(HWND window, std::wstring_view kind) {
-    Windows controls;
-    EnumChildWindows(window, OnWindow, reinterpret_cast<LPARAM>(&controls));
-    for (const HWND control : controls)
-        if (ClassOf(control) == kind) return control;
-    throw Failure{L"the window shows no " + std::wstring(kind)};
-}
-
-void SelectTab(HWND window, std::wstring_view caption) {
-    const HWND tabs = ShownControl(window, WC_TABCONTROLW);
-    for (int place = 0; place < TabCtrl_GetItemCount(tabs); ++place) {
-        wchar_t text[64] = {};
-        TCITEMW item{};
-        item.mask = TCIF_TEXT;
-        item.pszText = text;
-        item.cchTextMax = 64;
-        TabCtrl_GetItem(tabs, place, &item);
-        if (caption != item.pszText) continue;
-        TabCtrl_SetCurSel(tabs, place);
-        NMHDR header{tabs, static_cast<UINT_PTR>(GetDlgCtrlID(tabs)),
-                     static_cast<UINT>(TCN_SELCHANGE)};
-        SendMessageW(GetParent(tabs), WM_NOTIFY, header.idFrom, reinterpret_cast<LPARAM>(&header));
-        return;
-    }
-    throw Failure{L"the window shows no tab \"" + std::wstring(caption) + L"\""};
-}
-
-// Watches while it lives how long this thread's messages have to wait, by a timer of 10 ms.
+// Watches while it lives how long messages of a window's thread have to wait, by a timer of 10 ms;
+// up to the moment when a message box of the window comes up.
 class Watch {
 public:
-    Watch() : m_start(GetTickCount64()) {
+    explicit Watch(HWND window) : m_start(GetTickCount64()) {
+        s_window = window;
         s_last = m_start;
         s_longest = 0;
         m_timer = SetTimer(nullptr, 0, 10, OnTimer);
@@ -69,10 +42,11 @@ public:
 private:
     static void CALLBACK OnTimer(HWND, UINT, UINT_PTR, DWORD) {
         const ULONGLONG now = GetTickCount64();
-        s_longest = std::max(s_longest, now - s_last);
+        if (GetLastActivePopup(s_window) == s_window) s_longest = std::max(s_longest, now - s_last);
         s_last = now;
     }
 
+    static inline HWND s_window = nullptr;
     static inline ULONGLONG s_last = 0;
     static inline ULONGLONG s_longest = 0;
     ULONGLONG m_start;
@@ -90,7 +64,7 @@ void PrintLabel(Session& session, const Words& words) {
                                       reinterpret_cast<LPARAM>(words[1].c_str())));
     if (line == LB_ERR) throw Failure{L"the list has no model \"" + words[1] + L"\""};
     ClickLine(models, line);
-    const Watch watch;
+    const Watch watch(window);
     PressButton(GetParent(models), L"Print Label");
     Print(L"The print took " + std::to_wstring(watch.Elapsed()) +
           L" ms; messages waited for at most " + std::to_wstring(Watch::LongestGap()) + L" ms");
