@@ -44,7 +44,9 @@ void SelectNames(HWND dialog, Words names) {
     if (!missing.empty()) throw Failure{L"the list has no line \"" + missing.front() + L"\""};
 }
 
+// A file that is there is replaced: the dialog would ask.
 void SaveParameters(HWND window, const std::wstring& file) {
+    DeleteFileW(file.c_str());
     DriveDialogs({NameFile(L"Save parameters to file...", file)}, [&] {
         ChooseMenu(window, {L"Action", L"Parameters", L"save as..."});
     });

@@ -50,8 +50,9 @@ std::int32_t Append(HWND list, const std::wstring& text) {
 }  // namespace
 
 void frmCPDownload::ShowModal(HWND owner) {
-    // Its loop also ends when the owner goes, or the host quits.
-    if (RunModal(IDD_CPDOWNLOAD, owner) != IDOK) m_resultFile.clear();
+    RunModal(IDD_CPDOWNLOAD, owner);
+    // Its loop also ends when the owner goes or the host quits, with any result.
+    if (!m_accepted) m_resultFile.clear();
 }
 
 bool frmCPDownload::OnInit() {
@@ -116,9 +117,7 @@ std::optional<INT_PTR> frmCPDownload::OnMessage(UINT message, WPARAM wParam, LPA
             reinterpret_cast<MINMAXINFO*>(lParam)->ptMinTrackSize = {m_smallest.cx, m_smallest.cy};
             return TRUE;
         case WM_VKEYTOITEM:
-            if (LOWORD(wParam) != 'A' || GetKeyState(VK_CONTROL) >= 0) return -1;
-            SelectAll();
-            return -2;
+            return OnListKey(LOWORD(wParam)) ? -2 : -1;
         default:
             return Dialog::OnMessage(message, wParam, lParam);
     }
@@ -151,9 +150,18 @@ void frmCPDownload::CopySelection() const {
     }
 }
 
-void frmCPDownload::SelectAll() const {
-    Select(Item(IDC_LSTCP_CHOICE), -1, true);
+// True when the key is used up. Not every list box tells when the space bar has turned a line.
+bool frmCPDownload::OnListKey(int key) const {
+    const HWND choice = Item(IDC_LSTCP_CHOICE);
+    const auto line = static_cast<std::int32_t>(Tell(choice, LB_GETCARETINDEX, 0));
+    if (key == 'A' && GetKeyState(VK_CONTROL) < 0)
+        Select(choice, -1, true);
+    else if (key == VK_SPACE && line < LineCount(choice))
+        Select(choice, line, !IsSelected(choice, line));
+    else
+        return false;
     CopySelection();
+    return true;
 }
 
 void frmCPDownload::Accept() {
@@ -165,7 +173,9 @@ void frmCPDownload::Accept() {
             m_resultFile = file;
     });
     m_busy = false;
-    if (Handle() && !m_cancelled) End(IDOK);
+    if (!Handle() || m_cancelled) return;
+    m_accepted = true;
+    End(IDOK);
 }
 
 // nullopt when the dialog was cancelled, or went, meanwhile.

@@ -32,7 +32,7 @@ private:
     void LoadKind(const ParameterSource& source, const ParameterKind& kind);
     void AddLine(const ParameterLine& line);
     void CopySelection() const;
-    void SelectAll() const;
+    bool OnListKey(int key) const;
     void Accept();
     std::optional<ParameterSubset> CollectChosen();
 
@@ -43,6 +43,7 @@ private:
     std::wstring m_resultFile;
     bool m_busy = false;  // loading, or writing
     bool m_cancelled = false;
+    bool m_accepted = false;
 };
 
 }  // namespace quillon

@@ -109,7 +109,9 @@ void ParameterSubset::Section(std::wstring_view name) {
 }
 
 void ParameterSubset::Key(std::wstring_view name, std::wstring_view value) {
-    value.remove_prefix(std::min(value.find_first_not_of(L" \t"), value.size()));
+    constexpr std::wstring_view kBlanks = L" \t";
+    value.remove_prefix(std::min(value.find_first_not_of(kBlanks), value.size()));
+    value = value.substr(0, value.find_last_not_of(kBlanks) + 1);
     m_text.append(name).append(L"=").append(value).append(L"\r\n");
 }
 

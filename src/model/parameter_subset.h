@@ -61,7 +61,8 @@ public:
     void Add(std::wstring_view hiddenLine);
 
     // Byte for byte what writing key by key with the system's writer gives, before it is turned
-    // into 8-bit text: lines end in "\r\n", no reader would see the blanks in front of a value.
+    // into 8-bit text: lines end in "\r\n"; blanks around a value, which no reader would see, are
+    // left out.
     std::wstring Text() const;
 
 private:

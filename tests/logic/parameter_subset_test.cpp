@@ -152,8 +152,8 @@ TEST(Subset, ValueEndsBeforeItsFirstBackslash) {
     EXPECT_EQ(WrittenValue(L"NC\\1\\" + std::wstring(4095, L'x')), std::wstring(4095, L'x'));
 }
 
-TEST(Subset, BlanksInFrontOfAValueAreLeftOut) {
-    EXPECT_EQ(WrittenValue(L"NC\\1\\ \t a b "), L"a b ");
+TEST(Subset, BlanksAroundAValueAreLeftOut) {
+    EXPECT_EQ(WrittenValue(L"NC\\1\\ \t a b "), L"a b");
     EXPECT_EQ(WrittenValue(L"NC\\1\\   "), L"");
 }
 

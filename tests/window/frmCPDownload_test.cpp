@@ -108,7 +108,7 @@ TEST_F(ParameterDialog, ValuesArriveAsTheirLineIsCut) {
              });
     EXPECT_EQ(ReadBytes(Temporary()),
               "[GEN_INFO]\r\nProgramId=9F\r\n[NCI_0]\r\nIndex=0\r\nValue=a\r\n"
-              "[NCI_1]\r\nIndex=1\r\nValue=5\r\n[NCI_2]\r\nIndex=2\r\nValue='q' \r\n"
+              "[NCI_1]\r\nIndex=1\r\nValue=5\r\n[NCI_2]\r\nIndex=2\r\nValue='q'\r\n"
               "[NCI_3]\r\nIndex=3\r\nValue=" +
                   longest +
                   "\r\n[NCI_4]\r\nIndex=4\r\nValue=\xE9 \x80\r\n"

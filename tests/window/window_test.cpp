@@ -56,6 +56,7 @@ void WindowTest::WarmUp() {
     if (std::exchange(s_done, true)) return;
     MessageBoxes boxes;
     Poster poster;
+    LoadCursorW(nullptr, IDC_WAIT);
     boxes.Answer(IDOK);
     MessageBoxW(nullptr, L"first", L"first", MB_OK | MB_ICONSTOP);
     for (int round = 0; round < 2; ++round) {
