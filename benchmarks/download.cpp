@@ -3,12 +3,12 @@
 #include <vector>
 
 #include "com/error.h"
-#include "com/object.h"
 #include "com/text.h"
 #include "com/variant.h"
 #include "host_members.h"
 #include "late_call.h"
 #include "measures.h"
+#include "stamp.h"
 
 namespace quillon::benchmarks {
 
@@ -16,36 +16,6 @@ namespace {
 
 constexpr int kRounds = 18;
 constexpr int kPoints = 20'000;
-
-// Notes the time when the host calls it, which is before the host serves the call it was armed for.
-class Stamp final : public com::Object<IDispatch> {
-public:
-    STDMETHODIMP GetTypeInfoCount(UINT* count) override {
-        *count = 0;
-        return S_OK;
-    }
-    STDMETHODIMP GetTypeInfo(UINT, LCID, ITypeInfo**) override { return E_NOTIMPL; }
-    STDMETHODIMP GetIDsOfNames(REFIID, LPOLESTR*, UINT, LCID, DISPID*) override {
-        return E_NOTIMPL;
-    }
-    STDMETHODIMP Invoke(DISPID, REFIID, LCID, WORD, DISPPARAMS*, VARIANT*, EXCEPINFO*,
-                        UINT*) override {
-        m_time = Now();
-        ++m_calls;
-        return S_OK;
-    }
-
-    double Time() const { return m_time; }
-    int Calls() const { return m_calls; }
-
-private:
-    double m_time = 0;
-    int m_calls = 0;
-};
-
-void Arm(const Session& session, const wchar_t* member, long nth, Stamp* stamp) {
-    com::Check(session.Host().Call(com::Bstr(member).Get(), nth, stamp));
-}
 
 // The values are written between two calls that the host sees: the second entry that is written
 // (the properties, of which this device has none, so that it takes no time) and going on line.

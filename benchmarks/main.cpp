@@ -23,11 +23,21 @@ struct Measure {
 
 // Memory first: what the others leave in the heaps would hide a small leak.
 constexpr Measure kMeasures[] = {
-    {L"memory", MeasureMemory},         {L"forwarding", MeasureForwarding},
-    {L"profile", MeasureProfile},       {L"export", MeasureExport},
-    {L"download", MeasureDownload},     {L"module", MeasureModuleFile},
-    {L"parameters", MeasureParameters}, {L"script", MeasureScript},
+    {L"memory", MeasureMemory},
+    {L"forwarding", MeasureForwarding},
+    {L"profile", MeasureProfile},
+    {L"export", MeasureExport},
+    {L"download", MeasureDownload},
+    {L"module", MeasureModuleFile},
+    {L"parameters", MeasureParameters},
+    {L"editors", MeasureEditors},
+    {L"script", MeasureScript},
     {L"growth", MeasureGrowth},
+    {L"window-calls", MeasureWindowCalls},
+    {L"window-opening", MeasureWindowOpening},
+    {L"window-ticks", MeasureWindowTicks},
+    {L"window-loops", MeasureWindowLoops},
+    {L"window-rounds", MeasureWindowRounds},
 };
 
 const Measure* Find(std::wstring_view name) {

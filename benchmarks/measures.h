@@ -23,6 +23,15 @@ void MeasureGrowth(const Session& session, Table& table);
 void MeasureParameters(const Session& session, Table& table);
 // Memory held after many rounds of loading and letting go.
 void MeasureMemory(const Session& session, Table& table);
+// The device window: host calls to open it, the time that takes, its ticks, its row loops, and what
+// a thousand of them leave behind.
+void MeasureWindowCalls(const Session& session, Table& table);
+void MeasureWindowOpening(const Session& session, Table& table);
+void MeasureWindowTicks(const Session& session, Table& table);
+void MeasureWindowLoops(const Session& session, Table& table);
+void MeasureWindowRounds(const Session& session, Table& table);
+// Opening value editors: calls of the host, and a long enumeration against a bare list box.
+void MeasureEditors(const Session& session, Table& table);
 // Size and imports of the DLL.
 void MeasureModuleFile(const Session& session, Table& table);
 

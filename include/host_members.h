@@ -6,8 +6,8 @@
 namespace quillon::host {
 
 // A collection of data points. Item takes a key as text; a point's key is its index in decimal, a
-// field's key its name. Item of a structure's fields also takes a field's number, from 1. A key that
-// names nothing is answered with success and no object.
+// field's key its name. Item of a structure's fields also takes a field's number, from 1. A key
+// that names nothing is answered with success and no object.
 namespace points {
 inline constexpr const wchar_t* kCount = L"Count";
 inline constexpr const wchar_t* kItem = L"Item";

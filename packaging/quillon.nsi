@@ -39,6 +39,9 @@ VIAddVersionKey FileVersion "${VERSION}"
 VIAddVersionKey FileDescription "Quillon, device plug-in for Nimbra room units"
 VIAddVersionKey LegalCopyright "MIT licence"
 
+!define MUI_ICON "${SOURCE}/res/generated/Vantor.ico"
+!define MUI_UNICON "${SOURCE}/res/generated/Vantor.ico"
+!define MUI_COMPONENTSPAGE_NODESC
 !insertmacro MULTIUSER_PAGE_INSTALLMODE
 !insertmacro MUI_PAGE_COMPONENTS
 !insertmacro MUI_PAGE_DIRECTORY

@@ -51,17 +51,17 @@ plug_in() { # PRESET ARCHITECTURE FOLDER
 }
 
 demo() { # PRESET ARCHITECTURE FOLDER
-    mkdir -p "$3/networks"
+    mkdir -p "$3/networks" "$3/samples"
     program "build/$1/simulator/Quorvex.dll" "$3"
     program "build/$1/simulator/bench/bench.exe" "$3"
     manifest Quorvex.Simulator "$2" "$3"
     manifest demo "$2" "$3"
     cp simulator/networks/room.json "$3/networks/"
-    find examples -maxdepth 1 -type f -regextype egrep -regex "$samples" -exec cp {} "$3/" \;
+    find examples -maxdepth 1 -type f -regextype egrep -regex "$samples" -exec cp {} "$3/samples/" \;
 }
 
-# Files for the demo's commands; everything else in examples goes beside the DLLs, for the plug-in
-# reads it there.
+# Files for the demo's commands, in a folder of their own: what the plug-in makes beside its DLL is the
+# operator's. Everything else in examples goes beside the DLLs, for the plug-in reads it there.
 samples='.*\.(bench|app|cps|tca|xif|json|md)'
 
 rm -rf "$folder"

@@ -32,5 +32,6 @@ if [ -z "${QUILLON_BUILD:-}" ]; then
 fi
 
 mkdir -p "$folder"
-scripts/with-screen.sh --size 2600x1900 python3 -B scripts/pictures.py \
+# As large as the windows need: a large screen takes long to photograph.
+scripts/with-screen.sh --size "$((dpi * 1400 / 96))x$((dpi * 960 / 96))" python3 -B scripts/pictures.py \
     --build "$build" --arch i686 --dpi "$dpi" --to "$folder"

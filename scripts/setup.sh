@@ -22,6 +22,7 @@ full=("${native[@]}"
     nlohmann-json3-dev libbenchmark-dev clang-format python3 git
     xvfb openbox xdotool x11-utils imagemagick socat procps
     librsvg2-bin fontconfig fonts-dejavu-core
+    cppcheck clang-tidy gcovr llvm libpugixml-dev
     fp-utils nsis)
 
 wine64=(wine wine64 libwine-dev)

@@ -11,7 +11,6 @@ namespace quorvex {
 
 namespace {
 
-constexpr std::size_t kLogLines = 100'000;
 constexpr int kMaximumDelay = 60'000;
 
 std::unique_ptr<Calls> g_book = std::make_unique<Calls>();
@@ -131,19 +130,8 @@ void Calls::Restore() {
     m_silent.clear();
 }
 
-void Calls::Log(MemberId member, std::wstring arguments) {
-    if (m_log.size() == kLogLines) {
-        m_log.pop_front();
-        ++m_dropped;
-    }
-    m_log.push_back(WideFromUtf8(kMemberNames[member]) + L'(' + arguments + L')');
-}
-
-std::wstring Calls::LogText(long from) const {
-    std::wstring text;
-    for (long i = std::max(from - m_dropped, 0L); i < static_cast<long>(m_log.size()); ++i)
-        text += m_log[static_cast<std::size_t>(i)] + L'\n';
-    return text;
+void Calls::Log(MemberId member, const std::wstring& arguments) {
+    m_log.Add(WideFromUtf8(kMemberNames[member]) + L'(' + arguments + L')');
 }
 
 std::wstring Calls::CountsText() const {
@@ -170,8 +158,8 @@ void Calls::NoteMisuse(std::wstring_view what) {
 
 void Calls::Clear() {
     for (Slot& slot : m_slots) slot.calls = 0;
-    m_log.clear();
-    m_dropped = 0;
+    m_log.Clear();
+    m_writes.Clear();
     m_reports.clear();
     m_misuse.clear();
 }

@@ -4,7 +4,6 @@
 
 #include <array>
 #include <chrono>
-#include <deque>
 #include <optional>
 #include <set>
 #include <string>
@@ -16,6 +15,7 @@
 #include "com/platform.h"
 #include "com/ptr.h"
 #include "com/variant.h"
+#include "line_book.h"
 #include "members.h"
 
 namespace quorvex {
@@ -56,8 +56,10 @@ public:
 
     long Count(MemberId member) const { return m_slots[member].calls; }
     // From the call of that number on, the first since Clear being 0; those that are kept.
-    std::wstring LogText(long from = 0) const;
-    long Logged() const { return m_dropped + static_cast<long>(m_log.size()); }
+    std::wstring LogText(long from = 0) const { return m_log.Text(from); }
+    long Logged() const { return m_log.Count(); }
+    // What points got, a line each: Neuron ID, name and bytes.
+    LineBook& Writes() { return m_writes; }
     // The members called since Clear, one a line: count, blank, member.
     std::wstring CountsText() const;
     bool IsRecording() const { return m_recording; }
@@ -90,7 +92,7 @@ private:
         std::optional<com::Variant> answer;
     };
 
-    void Log(MemberId member, std::wstring arguments);
+    void Log(MemberId member, const std::wstring& arguments);
     static void RunHandlers(Slot& slot);
     static std::optional<HRESULT> DueFault(Slot& slot);
     static void Disarm(Slot& slot);
@@ -98,8 +100,8 @@ private:
     std::array<Slot, kMemberNames.size()> m_slots;
     std::set<std::wstring> m_silent;
     bool m_recording = true;
-    std::deque<std::wstring> m_log;
-    long m_dropped = 0;  // calls that the log no longer holds
+    LineBook m_log;
+    LineBook m_writes;
     std::wstring m_reports;
     std::wstring m_misuse;
 };

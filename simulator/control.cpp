@@ -114,4 +114,12 @@ STDMETHODIMP Control::get_Counts(BSTR* lines) {
     return com::Gate(lines, [] { return Calls::Process().CountsText(); });
 }
 
+STDMETHODIMP Control::get_Written(long* writes) {
+    return com::Gate(writes, [] { return Calls::Process().Writes().Count(); });
+}
+
+STDMETHODIMP Control::WrittenFrom(long write, BSTR* lines) {
+    return com::Gate(lines, [&] { return Calls::Process().Writes().Text(write); });
+}
+
 }  // namespace quorvex

@@ -44,6 +44,8 @@ public:
     STDMETHODIMP get_Logged(long* calls) override;
     STDMETHODIMP LogFrom(long call, BSTR* lines) override;
     STDMETHODIMP get_Counts(BSTR* lines) override;
+    STDMETHODIMP get_Written(long* writes) override;
+    STDMETHODIMP WrittenFrom(long write, BSTR* lines) override;
 };
 
 }  // namespace quorvex

@@ -46,7 +46,8 @@ private:
 
     com::Variant Read(DISPID id, const VARIANT* argument) const {
         Require();
-        if (id == kItemId) return com::Variant(Find(KeyText(*argument)).Get());
+        // Item alone takes an argument.
+        if (argument) return com::Variant(Find(KeyText(*argument)).Get());
         if (id == kCountId) return com::Variant(static_cast<std::int32_t>(Count()));
         com::Variant enumerator;
         enumerator.punkVal = com::Make<Sequence>(Count(), Items()).Detach();

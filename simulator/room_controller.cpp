@@ -1,6 +1,7 @@
 #include "room_controller.h"
 
 #include <algorithm>
+#include <ranges>
 
 #include "calls.h"
 #include "refusal.h"
@@ -163,6 +164,7 @@ void RoomController::WritePoint(PointKind kind, std::size_t position, const Byte
     RequireAnswer();
     DataPoint& point = Points(kind).At(position);
     point.raw = raw;
+    Calls::Process().Writes().Add(neuron + L' ' + point.name + L' ' + RawText(raw));
     if (kind != PointKind::kProperty) return;
     for (FileEntry& entry : m_files)
         if (entry.identifier == kPropertyBlockEntry &&
@@ -186,14 +188,14 @@ Bytes RoomController::ReadMemory(long address, std::size_t length) const {
          kept != m_memory.end() && kept->first - address < static_cast<long>(length); ++kept)
         bytes[static_cast<std::size_t>(kept->first - address)] = kept->second;
     // Of entries that overlap the first counts, so it is laid last.
-    for (auto entry = m_files.rbegin(); entry != m_files.rend(); ++entry) {
-        if (entry->address == 0) continue;
-        const long from = std::max(address, entry->address);
+    for (const FileEntry& entry : m_files | std::views::reverse) {
+        if (entry.address == 0) continue;
+        const long from = std::max(address, entry.address);
         const long to = std::min(address + static_cast<long>(length),
-                                 entry->address + static_cast<long>(entry->value.size()));
+                                 entry.address + static_cast<long>(entry.value.size()));
         for (long at = from; at < to; ++at)
             bytes[static_cast<std::size_t>(at - address)] =
-                entry->value[static_cast<std::size_t>(at - entry->address)];
+                entry.value[static_cast<std::size_t>(at - entry.address)];
     }
     return bytes;
 }

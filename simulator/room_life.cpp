@@ -86,7 +86,10 @@ RoomLife::RoomLife(std::uint32_t seed, double temperature)
 RoomReadings RoomLife::Advance(const RoomOrders& orders, std::chrono::milliseconds time) {
     m_fanStarted = false;
     double left = static_cast<double>(time.count()) / 1000;
-    for (; left > 0; left -= kLongestStep) Step(orders, std::min(left, kLongestStep));
+    while (left > 0) {
+        Step(orders, std::min(left, kLongestStep));
+        left -= kLongestStep;
+    }
     return Read(orders);
 }
 
@@ -183,7 +186,9 @@ RoomReadings RoomLife::Read(const RoomOrders& orders) {
 }
 
 AnalogInput::AnalogInput(std::uint32_t seed)
-    : m_noise(seed), m_gain(1 + 0.01 * m_noise.Next()), m_offset(kZeroCounts + 20 * m_noise.Next()) {}
+    : m_noise(seed),
+      m_gain(1 + 0.01 * m_noise.Next()),
+      m_offset(kZeroCounts + 20 * m_noise.Next()) {}
 
 std::int16_t AnalogInput::Read() {
     if (fixed) return *fixed;

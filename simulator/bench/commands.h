@@ -24,11 +24,14 @@ void Analog(Session& session, const Words& words);
 void Calibration(Session& session, const Words& words);
 void Temperature(Session& session, const Words& words);
 void Window(Session& session, const Words& words);
+void Edit(Session& session, const Words& words);
 
 // Windows of devices
 void Open(Session& session, const Words& words);
 void Close(Session& session, const Words& words);
 void Parameters(Session& session, const Words& words);
+void Calibrate(Session& session, const Words& words);
+void Calibrations(Session& session, const Words& words);
 void PrintLabel(Session& session, const Words& words);
 void OpenHelp(Session& session, const Words& words);
 
@@ -43,6 +46,7 @@ void Let(Session& session, const Words& words);
 void Echo(Session& session, const Words& words);
 void Save(Session& session, const Words& words);
 void Run(Session& session, const Words& words);
+void Import(Session& session, const Words& words);
 
 // Expectations
 void Expect(Session& session, const Words& words);

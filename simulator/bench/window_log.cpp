@@ -111,6 +111,13 @@ void LogView::Refresh() {
         Append(std::move(line));
         more = true;
     }
+    com::Check(m_simulator.WrittenFrom(m_nextWrite, lines.Out()));
+    com::Check(m_simulator.get_Written(&m_nextWrite));
+    for (const auto& line : SplitLines(lines.View())) {
+        if (line.empty()) continue;
+        Append(L"Written: " + line);
+        more = true;
+    }
     if (more) ShowLines();
     RefreshCounts();
 }
@@ -162,6 +169,7 @@ void LogView::RefreshCounts() {
 
 void LogView::Empty() {
     com::Check(m_simulator.get_Logged(&m_next));
+    com::Check(m_simulator.get_Written(&m_nextWrite));
     m_before = Counts();
     m_lines.clear();
     ShowLines();

@@ -52,6 +52,7 @@ private:
     HWND m_calls = nullptr;
     std::deque<Line> m_lines;
     long m_next = 0;                        // number of the first call not taken yet
+    long m_nextWrite = 0;                   // and of the first write
     std::map<std::wstring, long> m_before;  // counts that were emptied
     std::map<std::wstring, long> m_shown;
 };

@@ -55,7 +55,7 @@ public:
 
     void Set(const wchar_t* name, const std::wstring& value) {
         Fail(RegSetValueExW(m_key, name, 0, REG_SZ, reinterpret_cast<const BYTE*>(value.c_str()),
-                            static_cast<DWORD>((value.size() + 1) * sizeof(wchar_t))));
+                            static_cast<DWORD>(value.size() + 1) * DWORD{sizeof(wchar_t)}));
     }
 
 private:

@@ -25,11 +25,12 @@ HRESULT GetClassObject(std::span<const ClassEntry> classes, REFCLSID clsid, REFI
 enum class Scope { kMachine, kUser };
 
 // Registers every class (ProgID, InprocServer32, ThreadingModel Apartment, TypeLib) and the type
-// library that is resource 1 of the module; library names its prefix, "Quillon". A failure part-way
-// takes back what was written. Unregister removes all of it and does not mind what is already gone.
-HRESULT Register(std::span<const ClassEntry> classes, std::wstring_view library,
+// library that is resource 1 of the module; prefix is that of the ProgIDs, "Quillon". A failure
+// part-way takes back what was written. Unregister removes all of it and does not mind what is
+// already gone.
+HRESULT Register(std::span<const ClassEntry> classes, std::wstring_view prefix,
                  Scope scope) noexcept;
-HRESULT Unregister(std::span<const ClassEntry> classes, std::wstring_view library,
+HRESULT Unregister(std::span<const ClassEntry> classes, std::wstring_view prefix,
                    Scope scope) noexcept;
 
 // For a ClassEntry: makes a T by its default constructor.

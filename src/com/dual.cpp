@@ -47,7 +47,7 @@ public:
     // The interface that a typed in/out object argument must have; nullopt for IDispatch and the
     // rest.
     std::optional<IID> InOutInterface(UINT position) const {
-        if (InOutType(position) != VT_DISPATCH) return std::nullopt;
+        if (!m_function || InOutType(position) != VT_DISPATCH) return std::nullopt;
         const TYPEDESC& target = *m_function->lprgelemdescParam[position].tdesc.lptdesc;
         if (target.vt != VT_PTR || target.lptdesc->vt != VT_USERDEFINED) return std::nullopt;
         Ptr<ITypeInfo> named;

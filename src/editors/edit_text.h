@@ -18,7 +18,7 @@ struct Selection {
 // A change of a text: the characters of `range` give way to `text`, and the caret then stands at
 // `caret`.
 struct TextEdit {
-    Selection range = {};
+    Selection range;
     std::wstring text = {};
     std::size_t caret = 0;
 

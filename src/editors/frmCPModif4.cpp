@@ -108,6 +108,11 @@ std::optional<INT_PTR> frmCPModif4::OnMessage(UINT message, WPARAM wParam, LPARA
     return TRUE;
 }
 
+DataPoint frmCPModif4::FieldOf(const std::wstring& key) const {
+    const com::Variant item = com::Get(m_fields.Get(), host::points::kItem, {com::Variant(key)});
+    return DataPoint(item.AsObject());
+}
+
 // The field gets the row's value first, for the host may have changed it since. A field that is
 // gone, and a host that fails, open nothing.
 void frmCPModif4::EditField() {
@@ -116,8 +121,7 @@ void frmCPModif4::EditField() {
     const auto place = static_cast<std::size_t>(selected);
     m_editing = true;
     com::Quietly([&] {
-        const com::Variant key(m_rows[place].key);
-        const DataPoint field(com::Get(m_fields.Get(), host::points::kItem, {key}).AsObject());
+        const DataPoint field = FieldOf(m_rows[place].key);
         field.SetValue(m_rows[place].value);
         if (EditStructureField(field, Handle())) RefreshRow(place, field);
     });

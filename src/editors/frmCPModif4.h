@@ -21,6 +21,8 @@ private:
     std::optional<std::wstring> TextToWrite() override;
 
     void FillRows() const;
+    // Throws com::Error; empty when the host has no such field any more.
+    DataPoint FieldOf(const std::wstring& key) const;
     // Opens the editor of the selected row's field.
     void EditField();
     void RefreshRow(std::size_t place, const DataPoint& field);

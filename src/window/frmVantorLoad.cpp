@@ -1,4 +1,6 @@
 // frmVantor: loading, and reading again what was loaded.
+#include <utility>
+
 #include "com/module.h"
 #include "com/variant.h"
 #include "plugin/MMain.h"
@@ -24,6 +26,9 @@ const wchar_t* const kInstructions =
     L"N.B.: Trascrivere il valore di tensione inserendo il carattere '.' come separatore decimale!";
 
 const wchar_t* const kSettings = L"Settings";
+
+// More rows than these would keep messages waiting while the list takes them.
+constexpr std::size_t kRowsAtOnce = 200;
 
 template <class Device, class I>
 std::wstring TextOf(com::Ptr<Device> device, HRESULT (STDMETHODCALLTYPE I::*member)(BSTR*)) {
@@ -124,6 +129,7 @@ void frmVantor::BuildLists() {
     ReadSourceList(kTabSetup, IDC_LSTADVANCEDCPS, L"AdvancedCPs", false);
     ReadSourceList(kTabTune, IDC_LSTCOV, L"ChangeOfValueCPs", false);
     for (RowList* list : {&m_lvAdvancedCPs, &m_lvCOV, &m_lvCPs, &m_lvMonitor}) list->Clear();
+    m_monitorAge.clear();
     AppendRows(m_lvAdvancedCPs, SourceEntries(kTabSetup, IDC_LSTADVANCEDNCIS), RowsOf::kVariables);
     AppendRows(m_lvAdvancedCPs, SourceEntries(kTabSetup, IDC_LSTADVANCEDCPS), RowsOf::kProperties);
     AppendRows(m_lvCOV, SourceEntries(kTabTune, IDC_LSTCOV), RowsOf::kProperties);
@@ -145,6 +151,7 @@ void frmVantor::AppendRows(RowList& list, const std::vector<std::wstring>& entri
     });
     std::vector<ListRow> rows;
     for (const std::wstring& entry : entries) {
+        if (rows.size() == kRowsAtOnce) list.Append(std::exchange(rows, {}));
         ui::PumpMessages();
         if (!IsOpen()) return;
         com::Quietly([&] {

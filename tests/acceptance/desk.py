@@ -162,6 +162,13 @@ class DeviceWindow(Window):
         do_until(lambda: self.desk.hands.click(self.handle, place),
                  lambda: self.tab() == caption, f"tab {caption} is shown")
 
+    def settle(self):
+        """Returns when every key that was pressed before has been handled."""
+        in_menu = lambda: self.desk.eyes.ask("focus", self.handle)["menu"]
+        do_until(lambda: self.key("F10"), in_menu, "the menu bar is reached")
+        do_until(lambda: self.desk.hands.keys("Escape"), lambda: not in_menu(),
+                 "the menu bar is left")
+
     def open_menu(self, place):
         """Opens a menu of the menu bar by its place, 0 being the first."""
         pull = lambda: self.key("Escape", "Escape", "F10", *["Right"] * place, "Down")

@@ -91,7 +91,7 @@ def picture(file, screen_window=None):
     command = ["import", "-window", "root", *part, "-strip", "-define",
                "png:exclude-chunk=date,time", "png:-"]
     taken = None
-    for _ in range(20):
+    for _ in range(5):
         before = taken
         taken = subprocess.run(command, capture_output=True, timeout=120, check=True).stdout
         if taken == before:

@@ -122,7 +122,11 @@ void Simulator::Fail(std::wstring_view member, long nth, HRESULT result) {
 }
 
 void Simulator::FailAlways(std::wstring_view member, HRESULT result) {
-    com::Check(m_control->Fail(B(member).Get(), 1, VARIANT_TRUE, result));
+    FailFrom(member, 1, result);
+}
+
+void Simulator::FailFrom(std::wstring_view member, long nth, HRESULT result) {
+    com::Check(m_control->Fail(B(member).Get(), nth, VARIANT_TRUE, result));
 }
 
 void Simulator::Answer(std::wstring_view member, const VARIANT& value) {

@@ -82,6 +82,8 @@ public:
     void FailAlways(std::wstring_view member, HRESULT result = kFault);
     void Answer(std::wstring_view member, const VARIANT& value);
     void Answer(std::wstring_view member, std::wstring_view text);
+    // The nth call from now fails, and all after it.
+    void FailFrom(std::wstring_view member, long nth, HRESULT result = kFault);
     // Every call succeeds and answers nothing: no object, an empty text, 0.
     void AnswerNothing(std::wstring_view member) { Answer(member, com::Variant()); }
     // The nth call from now first runs the function.

@@ -119,6 +119,9 @@ LRESULT CALLBACK MessageBoxes::OnHook(int code, WPARAM wParam, LPARAM lParam) {
 }
 
 std::optional<MessageBoxes::Reply> MessageBoxes::TakeReply(const Box& box) {
+    if (m_replies.empty() && m_choose) {
+        if (const int button = m_choose(box)) return Reply{button, {}};
+    }
     if (m_replies.empty()) {
         ADD_FAILURE() << "unexpected message box: " << testing::PrintToString(box.text);
         return std::nullopt;

@@ -34,6 +34,9 @@ public:
 
     // The next box gets this button; `before` runs first, while the box is up.
     void Answer(int button, std::function<void()> before = {});
+    // From now on a box for which no answer is waiting gets the button that the function names; 0:
+    // it is one that nobody expected.
+    void AnswerBy(std::function<int(const Box&)> choose) { m_choose = std::move(choose); }
     const std::vector<Box>& Seen() const { return m_seen; }
 
 private:
@@ -50,6 +53,7 @@ private:
 
     HHOOK m_hook = nullptr;
     std::deque<Reply> m_replies;
+    std::function<int(const Box&)> m_choose;
     std::vector<Box> m_seen;
     std::vector<HWND> m_open;     // come up and not gone yet
     std::vector<HWND> m_waiting;  // come up and not answered yet

@@ -1,0 +1,235 @@
+#include "measures.h"
+//
+#include <commctrl.h>
+
+#include <array>
+#include <fstream>
+#include <stdexcept>
+
+#include "com/error.h"
+#include "com/text.h"
+#include "com/variant.h"
+
+namespace quillon::benchmarks {
+
+namespace {
+
+constexpr int kRounds = 15;
+constexpr int kEntries = 10'000;
+constexpr UINT kGiveUp = 20'000;  // milliseconds
+
+std::wstring LongList() {
+    std::wstring list;
+    for (int code = 0; code < kEntries; ++code) {
+        const std::wstring number = std::to_wstring(code);
+        list.append(number).append(L",Entry ").append(number).append(L";");
+    }
+    return list;
+}
+
+// A list box as an editor has it, filled with the labels alone.
+double FillBareBox() {
+    std::vector<std::wstring> labels;
+    for (int code = 0; code < kEntries; ++code) labels.push_back(L"Entry " + std::to_wstring(code));
+    return Seconds([&] {
+        const HWND owner = CreateWindowExW(0, L"STATIC", L"", WS_POPUP, 0, 0, 300, 100, nullptr,
+                                           nullptr, nullptr, nullptr);
+        const HWND box = CreateWindowExW(0, WC_COMBOBOXW, L"",
+                                         WS_CHILD | WS_VISIBLE | WS_VSCROLL | CBS_DROPDOWNLIST, 0,
+                                         0, 300, 200, owner, nullptr, nullptr, nullptr);
+        for (const std::wstring& label : labels)
+            SendMessageW(box, CB_ADDSTRING, 0, reinterpret_cast<LPARAM>(label.c_str()));
+        ShowWindow(owner, SW_SHOW);
+        DestroyWindow(owner);
+    });
+}
+
+struct Search {
+    const wchar_t* kind;
+    HWND found = nullptr;
+};
+
+BOOL CALLBACK FindVisible(HWND window, LPARAM argument) {
+    auto& search = *reinterpret_cast<Search*>(argument);
+    wchar_t kind[64] = {};
+    GetClassNameW(window, kind, 64);
+    if (std::wstring_view(kind) != search.kind || !IsWindowVisible(window)) return TRUE;
+    if (std::wstring_view(kind) == WC_LISTVIEWW &&
+        SendMessageW(window, LVM_GETITEMCOUNT, 0, 0) == 0)
+        return TRUE;
+    search.found = window;
+    return FALSE;
+}
+
+BOOL CALLBACK FindTabs(HWND window, LPARAM found) {
+    if (!FindWindowExW(window, nullptr, WC_TABCONTROLW, nullptr)) return TRUE;
+    *reinterpret_cast<HWND*>(found) = window;
+    return FALSE;
+}
+
+// When the editor was seen first, and the calls it had made by then.
+struct Opening {
+    double seen = 0;
+    const Session* session = nullptr;
+    std::vector<long> calls;
+};
+Opening* g_opening = nullptr;
+
+constexpr std::array kMembers{L"IDevice.ConfigProperties.get",
+                              L"Points.Item",
+                              L"Points._NewEnum.get",
+                              L"Point.SNVType.get",
+                              L"Type.GenType.get",
+                              L"Point.Value.get",
+                              L"Point.FormattedValue.get",
+                              L"Point.MinOverride.get",
+                              L"Point.MaxOverride.get",
+                              L"Point.Name.get",
+                              L"Point.Key.get",
+                              L"Point.Fields.get",
+                              L"Type.Units.get",
+                              L"Type.InvalidValue.get",
+                              L"Type.BCoef.get",
+                              L"Type.EnumDesc.get"};
+
+std::vector<long> CallsOf(const Session& session) {
+    std::vector<long> calls;
+    for (const wchar_t* member : kMembers) calls.push_back(session.Calls(member));
+    return calls;
+}
+
+void CALLBACK LookForEditor(HWND, UINT, UINT_PTR, DWORD) noexcept {
+    Search search{L"#32770"};
+    EnumThreadWindows(GetCurrentThreadId(), FindVisible, reinterpret_cast<LPARAM>(&search));
+    if (!g_opening || !search.found || g_opening->seen != 0) return;
+    if (!GetDlgItem(search.found, IDCANCEL)) return;
+    g_opening->seen = Now();
+    try {
+        g_opening->calls = CallsOf(*g_opening->session);
+    } catch (...) {
+        g_opening->calls.clear();
+    }
+    PostMessageW(search.found, WM_COMMAND, IDCANCEL, 0);
+}
+
+// A device's window with one row, which is edited.
+class EditedRow {
+public:
+    EditedRow(const Session& session, const Room& room)
+        : m_session(session), m_device(room.subject.As<IDeviceEx>()) {
+        IDispatch* owner = nullptr;
+        long rate = 25;
+        com::Check(m_device->ShowFocus(&owner, &rate));
+        HWND window = nullptr;
+        EnumThreadWindows(GetCurrentThreadId(), FindTabs, reinterpret_cast<LPARAM>(&window));
+        if (!window) throw std::runtime_error("the device's window did not come up");
+        for (UINT_PTR timer = 1; timer <= 5; ++timer) KillTimer(window, timer);
+        m_window = window;
+        ShowTabWithRows();
+    }
+    EditedRow(const EditedRow&) = delete;
+    EditedRow& operator=(const EditedRow&) = delete;
+    ~EditedRow() {
+        m_device->CloseFocus();
+        DestroyWindow(m_window);
+    }
+
+    // Seconds from the key to the editor's being seen.
+    double Edit() {
+        com::Check(m_session.Host().Clear());
+        Opening opening;
+        opening.session = &m_session;
+        g_opening = &opening;
+        const UINT_PTR timer = SetTimer(nullptr, 0, 1, LookForEditor);
+        SetFocus(m_list);
+        const double start = Now();
+        PostMessageW(m_list, WM_KEYDOWN, VK_RETURN, 1);
+        MSG message;
+        const ULONGLONG end = GetTickCount64() + kGiveUp;
+        while (opening.seen == 0 && GetTickCount64() < end) {
+            MsgWaitForMultipleObjects(0, nullptr, FALSE, 10, QS_ALLINPUT);
+            while (PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE)) {
+                TranslateMessage(&message);
+                DispatchMessageW(&message);
+            }
+        }
+        KillTimer(nullptr, timer);
+        g_opening = nullptr;
+        if (opening.seen == 0) throw std::runtime_error("no editor came up");
+        m_calls = std::move(opening.calls);
+        return opening.seen - start;
+    }
+    // What the last opening asked the host.
+    const std::vector<long>& Calls() const { return m_calls; }
+
+private:
+    void ShowTabWithRows() {
+        const HWND tabs = FindWindowExW(m_window, nullptr, WC_TABCONTROLW, nullptr);
+        const auto count = SendMessageW(tabs, TCM_GETITEMCOUNT, 0, 0);
+        for (LRESULT place = 0; place < count && !m_list; ++place) {
+            SendMessageW(tabs, TCM_SETCURSEL, static_cast<WPARAM>(place), 0);
+            NMHDR notice{tabs, static_cast<UINT_PTR>(GetDlgCtrlID(tabs)),
+                         static_cast<UINT>(TCN_SELCHANGE)};
+            SendMessageW(m_window, WM_NOTIFY, notice.idFrom, reinterpret_cast<LPARAM>(&notice));
+            Search search{WC_LISTVIEWW};
+            EnumChildWindows(m_window, FindVisible, reinterpret_cast<LPARAM>(&search));
+            m_list = search.found;
+        }
+        if (!m_list) throw std::runtime_error("the device's window has no row");
+        ListView_SetItemState(m_list, 0, LVIS_SELECTED | LVIS_FOCUSED,
+                              LVIS_SELECTED | LVIS_FOCUSED);
+    }
+
+    const Session& m_session;
+    com::Ptr<IDeviceEx> m_device;
+    HWND m_window = nullptr;
+    HWND m_list = nullptr;
+    std::vector<long> m_calls;
+};
+
+void WriteSettings(const Session& session, const Room& room) {
+    com::Bstr programId;
+    com::Check(room.subject->get_ProgramId(programId.Out()));
+    std::ofstream(session.Folder() / (programId.Text() + L".ini"))
+        << "[CommissioningCPs]\r\n0=0\r\n";
+}
+
+// The calls of one opening by kind; a member asked twice is one too many.
+void AddCalls(Table& table, const char* kind, const std::vector<long>& calls) {
+    long all = 0;
+    long twice = 0;
+    for (const long count : calls) {
+        all += count;
+        if (count > 1) ++twice;
+    }
+    table.Add(std::string("Editor: opening ") + kind, "host calls", std::to_string(all),
+              "no member twice", twice == 0 && all > 0,
+              std::to_string(twice) + " members asked more than once");
+}
+
+}  // namespace
+
+void MeasureEditors(const Session& session, Table& table) {
+    const Room room = session.OpenRoom({.variables = 1, .properties = 1});
+    WriteSettings(session, room);
+    ISimulator& host = session.Host();
+    const auto answer = [&](const wchar_t* member, const std::wstring& text) {
+        com::Check(host.Answer(com::Bstr(member).Get(), com::Variant(std::wstring_view(text))));
+    };
+    EditedRow row(session, room);
+    for (const auto& [type, kind] : {std::pair{L"SignedNumeric", "a number"},
+                                     {L"Float", "a real number"},
+                                     {L"Textual", "a text"},
+                                     {L"Enum", "an enumeration"}}) {
+        answer(L"Type.GenType.get", type);
+        row.Edit();
+        AddCalls(table, kind, row.Calls());
+    }
+    answer(L"Type.EnumDesc.get", LongList());
+    const Comparison measured = Compare(
+        kRounds, [&] { return row.Edit(); }, FillBareBox);
+    table.Add("Enumeration of 10,000 entries opens", "bare list box filled", 1.5, measured, 1);
+    com::Check(host.Restore());
+}
+
+}  // namespace quillon::benchmarks

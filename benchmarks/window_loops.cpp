@@ -1,0 +1,53 @@
+#include <algorithm>
+#include <stdexcept>
+#include <string>
+#include <vector>
+
+#include "com/error.h"
+#include "device_window.h"
+#include "measures.h"
+#include "stamp.h"
+
+namespace quillon::benchmarks {
+
+namespace {
+
+constexpr int kRows = 2'000;
+constexpr int kRounds = 11;
+constexpr double kMostSeconds = 0.020;
+
+// From the last text that the last row needs to the next thing that the host is asked, for General
+// Data: all rows go into the list in between, and no message is handled.
+double SecondsOfFilling(const Session& session, const Room& room) {
+    const com::Ptr<Stamp> begin = com::Make<Stamp>();
+    const com::Ptr<Stamp> end = com::Make<Stamp>();
+    com::Check(session.Host().Clear());
+    Arm(session, L"Point.FormattedValue", kRows, begin.Get());
+    OpenDeviceWindow(room);
+    CloseDeviceWindows();
+    const long reads = session.Calls(L"IDevice.ProgramId.get");
+    com::Check(session.Host().Clear());
+    Arm(session, L"Point.FormattedValue", kRows, begin.Get());
+    Arm(session, L"IDevice.ProgramId.get", reads, end.Get());
+    OpenDeviceWindow(room);
+    CloseDeviceWindows();
+    if (begin->Calls() != 2 || end->Calls() != 1 || end->Time() < begin->Time())
+        throw std::runtime_error("the rows were not read as expected");
+    return end->Time() - begin->Time();
+}
+
+}  // namespace
+
+void MeasureWindowLoops(const Session& session, Table& table) {
+    const Room room = session.OpenRoom({.variables = kRows});
+    const WindowSettings settings(session, {.variables = kRows});
+    std::vector<double> times;
+    for (int round = 0; round < kRounds; ++round) times.push_back(SecondsOfFilling(session, room));
+    const double seconds = Median(times);
+    table.Add(
+        "filling a list with 2,000 rows, between two looks at messages", "",
+        Decimals(seconds * 1e3, 1) + " ms", "20 ms", seconds < kMostSeconds,
+        "shortest " + Decimals(*std::min_element(times.begin(), times.end()) * 1e3, 1) + " ms");
+}
+
+}  // namespace quillon::benchmarks

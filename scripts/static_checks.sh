@@ -1,0 +1,116 @@
+#!/usr/bin/env bash
+# Checks sources without running them: layout, banned calls, cppcheck, clang-tidy.
+#
+#   scripts/static_checks.sh [changed [BASE]]   what differs from BASE: committed, uncommitted and new
+#   scripts/static_checks.sh all                everything
+#
+# BASE is where this branch left origin/main, else the commit before this one. With `changed`, clang-tidy
+# starts no file later than QUILLON_TIDY_SECONDS (default 90) after its first, and the files left to the full
+# run are told. The compile commands of the presets are used; a missing one is configured, and the
+# headers that the interface compiler makes are made. Exit code 0: nothing found.
+set -u
+cd "$(dirname "$0")/.." || exit 1
+
+usage() { echo "usage: scripts/static_checks.sh [changed [BASE] | all]" >&2; exit 2; }
+scope=${1:-changed}
+case $scope in
+    changed) [ $# -le 2 ] || usage ;;
+    all) [ $# = 1 ] || usage ;;
+    *) usage ;;
+esac
+
+default_base() {
+    local fork
+    fork=$(git merge-base HEAD origin/main 2>/dev/null)
+    if [ -n "$fork" ] && [ "$fork" != "$(git rev-parse HEAD)" ]; then echo "$fork"
+    else git rev-parse --verify --quiet HEAD~1
+    fi
+}
+
+# Where there is no commit before this one, all is new.
+all_sources() { git ls-files --cached --others --exclude-standard -- '*.cpp' '*.h'; }
+sources() {
+    local base=${2:-$(default_base)}
+    if [ "$1" = all ] || [ -z "$base" ]; then
+        all_sources
+    else
+        git diff --name-only --diff-filter=d "$base" -- '*.cpp' '*.h'
+        git ls-files --others --exclude-standard -- '*.cpp' '*.h'
+    fi
+}
+
+mapfile -t files < <(sources "$@" | sort -u)
+if [ ${#files[@]} = 0 ]; then echo "static checks: nothing changed"; exit 0; fi
+
+failed=0
+step() { # NAME COMMAND...
+    local name=$1 start=$SECONDS
+    shift
+    if "$@"; then echo "ok      $name, $((SECONDS - start)) s"
+    else echo "FAILED  $name, $((SECONDS - start)) s"; failed=1
+    fi
+}
+
+layout() { printf '%s\n' "${files[@]}" | xargs clang-format --dry-run --Werror; }
+
+# Calls that a reviewer would refuse every time: a buffer written without its bound, a text taken for a
+# format, numbers by the host's locale, a DLL looked for wherever the process looks.
+banned_calls() {
+    local words='(v?s?w?n?printf|v?sn?w?printf|sprintf_s|wsprintf[AW]?|wvsprintf[AW]?|s?w?scanf'
+    words+='|strn?cpy|strn?cat|wcsn?cpy|wcsn?cat|lstrcpyn?[AW]?|lstrcat[AW]?|gets'
+    words+='|ato[fil]|strto[dflu]+|wcsto[dflu]+|setlocale|LoadLibrary[AW]?)'
+    local product
+    mapfile -t product < <(printf '%s\n' "${files[@]}" | grep '^src/')
+    [ ${#product[@]} -gt 0 ] || return 0
+    ! grep -nE "(^|[^A-Za-z0-9_.>])(std::)?$words\(" "${product[@]}"
+}
+
+# COM's macros hide a function's type, which cppcheck must see.
+cpp_check() {
+    mkdir -p build/cppcheck
+    local units
+    mapfile -t units < <(printf '%s\n' "${files[@]}" | grep -E '\.cpp$' | grep -v '^tests/')
+    [ ${#units[@]} -gt 0 ] || return 0
+    cppcheck --quiet --error-exitcode=1 --std=c++20 --platform=win32W --library=windows \
+        --enable=warning,performance,portability --inline-suppr -j "$(nproc)" \
+        --suppressions-list=scripts/cppcheck_suppressions.txt --cppcheck-build-dir=build/cppcheck \
+        -D_WIN32 -DUNICODE '-DSTDMETHODIMP=HRESULT' '-DSTDMETHODIMP_(type)=type' '-DSTDAPI=HRESULT' \
+        '-DSTDAPI_(type)=type' -D__stdcall= -DSTDAPICALLTYPE= -DCALLBACK= \
+        -Iinclude -Isrc -Isimulator -Ibenchmarks "${units[@]}"
+}
+
+# The compile commands of a preset, with what the compiled files include.
+prepare() { # PRESET
+    [ -f "build/$1/build.ninja" ] || cmake --preset "$1" >"build/$1.configure.log" 2>&1 ||
+        { tail -n 20 "build/$1.configure.log"; return 1; }
+    local made
+    mapfile -t made < <(ninja -C "build/$1" -t targets all 2>/dev/null | sed -n 's/^\(idl_[a-z]*\): phony$/\1/p')
+    [ ${#made[@]} = 0 ] || ninja -C "build/$1" --quiet "${made[@]}"
+}
+
+# The file that stands for each changed one: itself, or for a header the source of the same name.
+units_to_tidy() {
+    local file
+    for file in "${files[@]}"; do
+        case $file in
+            *.h) [ ! -f "${file%.h}.cpp" ] || printf '%s\n' "${file%.h}.cpp" ;;
+            *) printf '%s\n' "$file" ;;
+        esac
+    done | sort -u
+}
+
+tidy() {
+    mkdir -p build
+    prepare native && prepare win32 || return 1
+    local seconds=${QUILLON_TIDY_SECONDS:-90}
+    [ $scope = changed ] || seconds=86400
+    units_to_tidy | scripts/tidy.py --seconds "$seconds" build/native build/win32
+}
+
+mkdir -p build
+echo "static checks: ${#files[@]} files"
+step "layout" layout
+step "banned calls" banned_calls
+step "cppcheck" cpp_check
+step "clang-tidy" tidy
+exit $failed

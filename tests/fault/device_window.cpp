@@ -1,0 +1,98 @@
+#include "fault/device_window.h"
+
+#include <commctrl.h>
+
+#include <string>
+#include <vector>
+
+#include "support/host_objects.h"
+
+namespace quillon::test {
+
+namespace {
+
+std::wstring ClassOf(HWND window) {
+    wchar_t name[64];
+    return {name, static_cast<std::size_t>(GetClassNameW(window, name, 64))};
+}
+
+BOOL CALLBACK NoteWindow(HWND window, LPARAM argument) {
+    reinterpret_cast<std::vector<HWND>*>(argument)->push_back(window);
+    return TRUE;
+}
+
+std::vector<HWND> Dialogs() {
+    std::vector<HWND> windows;
+    EnumThreadWindows(GetCurrentThreadId(), NoteWindow, reinterpret_cast<LPARAM>(&windows));
+    std::erase_if(windows, [](HWND window) { return ClassOf(window) != L"#32770"; });
+    return windows;
+}
+
+// The first visible control of a class in a window or in one of its pages.
+HWND Control(HWND window, std::wstring_view kind) {
+    std::vector<HWND> controls;
+    EnumChildWindows(window, NoteWindow, reinterpret_cast<LPARAM>(&controls));
+    for (const HWND control : controls)
+        if (ClassOf(control) == kind && (GetWindowLongW(control, GWL_STYLE) & WS_VISIBLE) &&
+            (GetParent(control) == window || IsWindowVisible(GetParent(control))))
+            return control;
+    return nullptr;
+}
+
+}  // namespace
+
+HWND FindDeviceWindow() {
+    for (const HWND window : Dialogs())
+        if (GetMenu(window)) return window;
+    return nullptr;
+}
+
+void CloseAllWindows() {
+    for (const HWND window : Dialogs())
+        if (IsWindow(window)) SendMessageW(window, WM_CLOSE, 0, 0);
+    Poster::Drain();
+}
+
+void CalmDown(HWND window) {
+    constexpr UINT_PTR kSplashTimer = 1;
+    for (const HWND dialog : Dialogs())
+        if (dialog != window) SendMessageW(dialog, WM_TIMER, kSplashTimer, 0);
+    if (!window) return;
+    for (UINT_PTR timer = 1; timer <= 5; ++timer) KillTimer(window, timer);
+}
+
+void PressKey(HWND window, WPARAM key) {
+    PostMessageW(window, WM_KEYDOWN, key, 1);
+    Poster::Drain();
+}
+
+void SelectTab(HWND window, std::wstring_view caption) {
+    const HWND tabs = Control(window, WC_TABCONTROLW);
+    const int count = TabCtrl_GetItemCount(tabs);
+    for (int place = 0; place < count; ++place) {
+        wchar_t text[64] = {};
+        TCITEMW item{};
+        item.mask = TCIF_TEXT;
+        item.pszText = text;
+        item.cchTextMax = 64;
+        SendMessageW(tabs, TCM_GETITEMW, static_cast<WPARAM>(place),
+                     reinterpret_cast<LPARAM>(&item));
+        if (caption != item.pszText) continue;
+        TabCtrl_SetCurSel(tabs, place);
+        NMHDR change{tabs, static_cast<UINT_PTR>(GetDlgCtrlID(tabs)),
+                     static_cast<UINT>(TCN_SELCHANGE)};
+        SendMessageW(window, WM_NOTIFY, change.idFrom, reinterpret_cast<LPARAM>(&change));
+        CalmDown(window);
+        return;
+    }
+}
+
+void TypeText(HWND window, const wchar_t* text) {
+    SetWindowTextW(Control(window, WC_EDITW), text);
+}
+
+void TickTimer(HWND window, Timer timer) {
+    SendMessageW(window, WM_TIMER, static_cast<WPARAM>(timer), 0);
+}
+
+}  // namespace quillon::test

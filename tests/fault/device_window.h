@@ -1,0 +1,27 @@
+// The device window of the plug-in's DLL, handled from outside as the system and the operator do.
+#pragma once
+
+#include <windows.h>
+
+#include <string_view>
+
+namespace quillon::test {
+
+// The numbers of the window's timers.
+enum class Timer : UINT_PTR { kPolling = 1, kAppStatus, kNvs, kHw, kOutputs };
+
+// The device window that is open; null when there is none.
+HWND FindDeviceWindow();
+// Closes what dialogs the thread shows, the splash window included.
+void CloseAllWindows();
+// The splash window goes and the timers stand still: what comes is what the test sends.
+void CalmDown(HWND window);
+
+// What a press of the key does that reaches the window through the host's message loop.
+void PressKey(HWND window, WPARAM key);
+void SelectTab(HWND window, std::wstring_view caption);
+// Writes into the text box of the page that is shown.
+void TypeText(HWND window, const wchar_t* text);
+void TickTimer(HWND window, Timer timer);
+
+}  // namespace quillon::test
