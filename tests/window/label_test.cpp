@@ -85,6 +85,8 @@ TEST_F(Label, OnlyAHundredTemplatesHaveRoomBesideTheEmptyOne) {
         EXPECT_EQ(FileCaption(*window),
                   L"File etichetta: " + InFolder(std::to_wstring(count - 1)) + L".zpl");
         CloseAll();
+        // What the system keeps after a list's first scroll bar is not counted.
+        if (count == 100) CountAgain();
     }
     ExpectFailureShown();
 }
