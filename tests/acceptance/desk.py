@@ -262,6 +262,7 @@ class Desk:
         return None
 
     def bench_output(self):
+        """What the bench has printed: events, reports, message boxes."""
         return (self.folder / "bench.log").read_text(encoding="utf-8", errors="replace")
 
     def close_bench(self):
@@ -307,10 +308,6 @@ class Desk:
         """How often the host's member was called, as the bench shows it."""
         counts = {name: number for number, name in self.bench.cells("IDC_CALLS")}
         return int(counts.get(member, 0))
-
-    def log(self):
-        """The newest lines of the bench's log, without their times."""
-        return [cells[1] for cells in self.bench.cells("IDC_LOG")]
 
     def plug(self, name, plugged):
         self.choose_device(name)
