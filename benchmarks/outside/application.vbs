@@ -106,7 +106,7 @@ Sub LoadPoints(list, records)
             characters = characters + Len(field.text)
             Set field = field.nextSibling
         Loop
-        records.Add points, found
+        records.Add CStr(points), found
         points = points + 1
         Set node = node.nextSibling
     Loop

@@ -47,6 +47,7 @@ constexpr Command kCommands[] = {
     {L"let", 2, 2, L"let NAME TEXT", commands::Let},
     {L"echo", 0, kMany, L"echo [TEXT...]", commands::Echo},
     {L"save", 1, 1, L"save FILE", commands::Save},
+    {L"import", 1, 3, L"import FILE.xif [NETWORK.json [NEURON]]", commands::Import},
     {L"run", 1, 1, L"run SCRIPT", commands::Run},
     {L"expect", 2, 6,
      L"expect report CODE [DEVICE] | expect value|shown|raw DEVICE nv|cp|file KEY TEXT | "

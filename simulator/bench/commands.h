@@ -46,6 +46,7 @@ void Let(Session& session, const Words& words);
 void Echo(Session& session, const Words& words);
 void Save(Session& session, const Words& words);
 void Run(Session& session, const Words& words);
+void Import(Session& session, const Words& words);
 
 // Expectations
 void Expect(Session& session, const Words& words);

@@ -22,10 +22,12 @@ Windows ShownWindows() {
     return windows;
 }
 
-// Watches while it lives how long this thread's messages have to wait, by a timer of 10 ms.
+// Watches while it lives how long messages of a window's thread have to wait, by a timer of 10 ms;
+// up to the moment when a message box of the window comes up.
 class Watch {
 public:
-    Watch() : m_start(GetTickCount64()) {
+    explicit Watch(HWND window) : m_start(GetTickCount64()) {
+        s_window = window;
         s_last = m_start;
         s_longest = 0;
         m_timer = SetTimer(nullptr, 0, 10, OnTimer);
@@ -40,10 +42,11 @@ public:
 private:
     static void CALLBACK OnTimer(HWND, UINT, UINT_PTR, DWORD) {
         const ULONGLONG now = GetTickCount64();
-        s_longest = std::max(s_longest, now - s_last);
+        if (GetLastActivePopup(s_window) == s_window) s_longest = std::max(s_longest, now - s_last);
         s_last = now;
     }
 
+    static inline HWND s_window = nullptr;
     static inline ULONGLONG s_last = 0;
     static inline ULONGLONG s_longest = 0;
     ULONGLONG m_start;
@@ -61,7 +64,7 @@ void PrintLabel(Session& session, const Words& words) {
                                       reinterpret_cast<LPARAM>(words[1].c_str())));
     if (line == LB_ERR) throw Failure{L"the list has no model \"" + words[1] + L"\""};
     ClickLine(models, line);
-    const Watch watch;
+    const Watch watch(window);
     PressButton(GetParent(models), L"Print Label");
     Print(L"The print took " + std::to_wstring(watch.Elapsed()) +
           L" ms; messages waited for at most " + std::to_wstring(Watch::LongestGap()) + L" ms");

@@ -57,8 +57,10 @@ HWND DeviceWindows::Open(const Room& room) {
 }
 
 void DeviceWindows::Close(const Room& room) {
+    const HWND window = Find(room);
     m_windows.erase(room.neuron);
     com::Check(Extended(room)->CloseFocus());
+    if (IsWindow(window)) SendMessageW(window, WM_CLOSE, 0, 0);
 }
 
 void DeviceWindows::CloseAll() {

@@ -18,7 +18,8 @@ public:
     // Asks the device for its window, or for the one that is open. Throws Failure when it shows
     // none.
     HWND Open(const Room& room);
-    // Nothing when it is not open.
+    // Ends the focus as the host does, which leaves the window, and closes the window as its
+    // operator does.
     void Close(const Room& room);
     // Null when it is not open.
     HWND Find(const Room& room) const;

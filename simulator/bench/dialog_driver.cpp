@@ -78,8 +78,10 @@ private:
         std::vector<HWND> dialogs;
         EnumThreadWindows(GetCurrentThreadId(), OnWindow, reinterpret_cast<LPARAM>(&dialogs));
         for (const HWND dialog : dialogs) {
-            if (dialog == m_done || !IsWindow(dialog)) continue;
-            if (IsNext(dialog))
+            if (!IsWindow(dialog)) continue;
+            if (dialog == m_done)
+                Wait(dialog);
+            else if (IsNext(dialog))
                 Act(dialog);
             else if (!IsMessageBox(dialog))
                 Wonder(dialog);
@@ -87,8 +89,15 @@ private:
         m_looking = false;
     }
 
+    // Acted on, and on its way out: unless it did not like what it was given.
+    void Wait(HWND dialog) {
+        if (GetTickCount64() - m_actedAt > kPatience)
+            Fail(dialog, L"the dialog \"" + TextOf(dialog) + L"\" does not go");
+    }
+
     void Act(HWND dialog) {
         m_done = dialog;
+        m_actedAt = GetTickCount64();
         m_strange = nullptr;
         const DialogStep& step = m_steps[m_next++];
         try {
@@ -121,7 +130,8 @@ private:
     std::size_t m_next = 0;
     std::optional<Failure> m_failure;
     UINT_PTR m_timer = 0;
-    HWND m_done = nullptr;     // acted on last, and on its way out
+    HWND m_done = nullptr;  // acted on last
+    ULONGLONG m_actedAt = 0;
     HWND m_strange = nullptr;  // matches no step
     ULONGLONG m_since = 0;
     bool m_looking = false;

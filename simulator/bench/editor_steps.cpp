@@ -3,7 +3,7 @@
 #include <commctrl.h>
 
 #include <array>
-#include <cwchar>
+#include <utility>
 
 namespace quorvex::bench {
 namespace {
@@ -166,10 +166,12 @@ void CALLBACK EditorSteps::OnTimer(HWND, UINT, UINT_PTR, DWORD) noexcept {
 }
 
 // Keys and clicks are posted, so a step is over before the next one is looked for, whatever dialog
-// it opens. A timer ticks when the queue is empty, which means that they were handled.
+// it opens. A dialog has settled when it is in front at two ticks and nothing is posted any more.
 void EditorSteps::RunNext() {
     const HWND dialog = DialogInFront();
-    if (!dialog) return;
+    const HWND before = std::exchange(m_inFront, dialog);
+    const bool busy = HIWORD(GetQueueStatus(QS_POSTMESSAGE | QS_SENDMESSAGE)) != 0;
+    if (!dialog || dialog != before || busy) return;
     if (!m_trouble.empty() || GetTickCount64() - m_lastStep > kPatience) {
         if (m_trouble.empty()) m_trouble = L"the dialog was left open";
         PostMessageW(dialog, WM_COMMAND, IDCANCEL, 0);
@@ -179,6 +181,7 @@ void EditorSteps::RunNext() {
     const Step step = std::move(m_steps.front());
     m_steps.pop_front();
     m_lastStep = GetTickCount64();
+    m_inFront = nullptr;
     Do(dialog, step);
 }
 

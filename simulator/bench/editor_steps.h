@@ -43,6 +43,7 @@ private:
     UINT_PTR m_timer = 0;
     std::deque<Step> m_steps;
     std::wstring m_trouble;
+    HWND m_inFront = nullptr;  // at the last tick
     ULONGLONG m_lastStep = 0;
 };
 

@@ -1,4 +1,6 @@
 #include <algorithm>
+#include <array>
+#include <string>
 #include <utility>
 
 #include "decimal.h"
@@ -49,6 +51,8 @@ Type MakeEnum(std::wstring_view name, int index, std::wstring_view members) {
 
 namespace {
 
+constexpr std::size_t kLongestVariable = 31;
+
 Type MakeUserData(std::wstring_view name, std::size_t length) {
     Type type;
     type.name = name;
@@ -66,6 +70,15 @@ std::vector<Type> MakeCatalogue() {
               [](const Type& one, const Type& other) { return one.index < other.index; });
     types.push_back(MakeUserData(L"UNVT_fan_curve", 8));
     types.push_back(MakeUserData(L"UNVT_room_data", 16));
+    // Bytes of any length that a variable can have, for types that nothing is known of.
+    static const auto s_names = [] {
+        std::array<std::wstring, kLongestVariable> names;
+        for (std::size_t i = 0; i < names.size(); ++i)
+            names[i] = L"UNVT_bytes_" + std::to_wstring(i + 1);
+        return names;
+    }();
+    for (std::size_t i = 0; i < s_names.size(); ++i)
+        types.push_back(MakeUserData(s_names[i], i + 1));
     return types;
 }
 

@@ -69,7 +69,7 @@ void WriteValue(HKEY root, std::wstring_view path, std::wstring_view name,
     const std::string text = Narrow(value);
     RegSetValueExA(key.Get(), Narrow(name).c_str(), 0, REG_SZ,
                    reinterpret_cast<const BYTE*>(text.c_str()),
-                   static_cast<DWORD>(text.size() + 1));
+                   static_cast<DWORD>(text.size()) + 1);
 }
 
 std::wstring AppSettingPath(BSTR section) {

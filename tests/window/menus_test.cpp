@@ -47,8 +47,7 @@ TEST_F(Menus, ActionHoldsApplicationSeparatorParametersAndCalibrations) {
     EXPECT_EQ(MenuEntries(GetSubMenu(action, 0)), (Lines{L"&Save as...", L"&Download"}));
     EXPECT_EQ(MenuEntries(GetSubMenu(action, 2)),
               (Lines{L"&save as... (greyed)", L"&Download (greyed)"}));
-    EXPECT_EQ(MenuEntries(GetSubMenu(action, 3)),
-              (Lines{L"&Save as...", L"&Download"}));
+    EXPECT_EQ(MenuEntries(GetSubMenu(action, 3)), (Lines{L"&Save as...", L"&Download"}));
 }
 
 TEST_F(Menus, HideAppDownloadTakesOutApplicationAndItsSeparator) {

@@ -1,4 +1,5 @@
 // Saving and downloading parameters, and the display's files, from the menu.
+#include "com/late.h"
 #include "window/parameter_fixture.h"
 
 namespace quillon::test {
@@ -91,10 +92,10 @@ TEST_F(Parameters, CancelledDialogDownloadsNothing) {
 
 TEST_F(Parameters, FailingDeviceIsItsOwnReporter) {
     const Window window = Open();
-    Save(window);
     Host().FailAlways(L"IDevice.ParameterExport");
     Host().FailAlways(L"IDevice.ParameterDownload");
     Save(window);
+    WriteSource(FileOfVariables({Entry("NCI_0", "1", "first", "1")}));
     Download(window, PressOk);
     EXPECT_TRUE(Boxes().Seen().empty());
     EXPECT_TRUE(ActionMenuEnabled(*window));

@@ -1,9 +1,9 @@
 #!/usr/bin/env bash
 # Exit codes and messages of the bench's command line.
-#   command_line.sh WINE_RUN ARCH BENCH NETWORK
+#   command_line.sh WINE_RUN ARCH BENCH NETWORK INTERFACE
 set -u
 run() { "$wineRun" "$arch" "$bench" --class Quorvex.Device "$@" >"$work/out" 2>"$work/err"; }
-wineRun=$1 arch=$2 bench=$3 network=$4
+wineRun=$1 arch=$2 bench=$3 network=$4 example=$5
 work=$(mktemp -d)
 trap 'rm -rf "$work"' EXIT
 failed=0
@@ -58,5 +58,17 @@ check "saved value" 0 out "^25.50$" --network "$work/saved.json" get Left nv nvi
 check "not saved after a failure" 1 err "nowhere" --network "$work/saved.json" --save \
     set Left nv nviSetpoint 5 -- set Left nv nowhere 5
 check "value kept" 0 out "^25.50$" --network "$work/saved.json" get Left nv nviSetpoint value
+
+import="$work/made.json"
+check "imported interface" 0 out "Imported 8 network variables" --network "$network" \
+    import "$example" "$import" 0000000000D1
+check "network of it" 0 out "0000000000D1.*thermostat.*9FFFFF0600050401" --network "$import" list
+check "initial value" 0 out "^60.0$" --network "$import" get 0000000000D1 nv nciSndHrtBt value
+check "text of the maker" 0 out "^Hall$" --network "$import" get thermostat nv nciLocation value
+head -14 "$example" | sed '$s/.*/VAR lone/' >"$work/short.xif"
+check "damaged interface" 1 err "short.xif.* line 14: a variable needs a name and an index" \
+    --network "$network" import "$work/short.xif"
+check "no interface" 1 err "line 1: this is no device interface file" --network "$network" \
+    import "$network" "$work/none.json"
 
 exit $failed
