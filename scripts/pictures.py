@@ -48,7 +48,7 @@ def list_menu(desk, window, folder):
 def menus(desk, window, folder):
     window.open_menu(1)
     window.picture(str(folder / "action-menu.png"))
-    do_until(lambda: desk.hands.keys("Escape"), lambda: not desk.menu(), "the menu closes", every=2)
+    window.leave_menu()
 
 
 def about(desk, window, folder):

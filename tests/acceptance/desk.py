@@ -162,12 +162,19 @@ class DeviceWindow(Window):
         do_until(lambda: self.desk.hands.click(self.handle, place),
                  lambda: self.tab() == caption, f"tab {caption} is shown")
 
+    def in_menu(self):
+        """Whether the menu bar or an open menu has the keyboard."""
+        return self.desk.eyes.ask("focus", self.handle)["menu"]
+
+    def leave_menu(self):
+        """Closes open menus and leaves the menu bar, which takes an Escape each."""
+        do_until(lambda: self.desk.hands.keys("Escape"), lambda: not self.in_menu(),
+                 "the menu bar is left", every=2)
+
     def settle(self):
         """Returns when every key that was pressed before has been handled."""
-        in_menu = lambda: self.desk.eyes.ask("focus", self.handle)["menu"]
-        do_until(lambda: self.key("F10"), in_menu, "the menu bar is reached")
-        do_until(lambda: self.desk.hands.keys("Escape"), lambda: not in_menu(),
-                 "the menu bar is left")
+        do_until(lambda: self.key("F10"), self.in_menu, "the menu bar is reached")
+        self.leave_menu()
 
     def open_menu(self, place):
         """Opens a menu of the menu bar by its place, 0 being the first."""
@@ -262,6 +269,7 @@ class Desk:
         return None
 
     def bench_output(self):
+        """What the bench has printed: events, reports, message boxes."""
         return (self.folder / "bench.log").read_text(encoding="utf-8", errors="replace")
 
     def close_bench(self):
@@ -307,10 +315,6 @@ class Desk:
         """How often the host's member was called, as the bench shows it."""
         counts = {name: number for number, name in self.bench.cells("IDC_CALLS")}
         return int(counts.get(member, 0))
-
-    def log(self):
-        """The newest lines of the bench's log, without their times."""
-        return [cells[1] for cells in self.bench.cells("IDC_LOG")]
 
     def plug(self, name, plugged):
         self.choose_device(name)

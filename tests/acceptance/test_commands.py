@@ -47,10 +47,10 @@ def test_the_application_is_exported_and_downloaded(desk):
     wait_for(lambda: file.exists() and file.read_bytes().endswith(b"</Configuration>\n"),
              "the application is exported")
     other = desk.device("Room 102")
-    told = lambda: [line for line in desk.log() if line.startswith("Told the host: 00000000")]
-    before = len(told())
+    told = lambda: desk.bench_output().count("Told the host: 00000000")
+    before = told()
     give_file(open_dialog(desk, other, "Download Application from file...", ACTION, "a", "d"), file)
-    wait_for(lambda: len(told()) > before, "the host is told of the download")
+    wait_for(lambda: told() > before, "the host is told of the download")
     wait_for(lambda: other.panels()[2] == "On Line", "the device is on line again")
 
 
