@@ -43,6 +43,7 @@ struct Rules {
     bool successPromised = true;  // where the operation promises it
     bool mayStopWriting = true;   // nothing is written behind the failing call
     bool misuseIsWrong = true;
+    bool sameContent = true;  // what is written is what is written without a fault
 };
 
 class SweepTest : public HostTest {
@@ -63,6 +64,9 @@ private:
     void Judge(const Operation& operation, const Fault& fault, const Rules& rules, const Seen& good,
                const Seen& seen);
     void Collect(Seen& seen, std::size_t boxesBefore);
+    static void JudgeContent(const Operation& operation, const Seen& good, const Seen& seen);
+    Lines FileNames() const;
+    void ClearFolder() const;
     void ExpectAllReleased();
 
     std::optional<PlatformFaults> m_platform;

@@ -99,7 +99,10 @@ TEST_P(FaultSweep, DeviceFallsSilent) {
 
 TEST_P(FaultSweep, HostAnswersWrongly) {
     const Seen good = Prime(Tested());
-    const Rules rules{.successPromised = false, .mayStopWriting = false, .misuseIsWrong = false};
+    const Rules rules{.successPromised = false,
+                      .mayStopWriting = false,
+                      .misuseIsWrong = false,
+                      .sameContent = false};
     Sweep(Tested(), "wrong answer", good, WithWrongAnswers(good), rules);
 }
 
