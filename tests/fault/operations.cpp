@@ -222,26 +222,26 @@ HRESULT RegisterAndUnregister(Stage& stage) {
 }
 
 constexpr Operation kOperations[] = {
-    // name, needsWindow, quiet, stops, prepare, run
-    {"object made", false, false, true, Nothing, MakeObject},
-    {"registration", false, false, true, Nothing, RegisterAndUnregister},
-    {"identity and inputs", false, true, true, Nothing, ReadEverything},
-    {"outputs written", false, true, true, Nothing, WriteOutputs},
-    {"window shown", false, true, true, Nothing, ShowWindowOf},
-    {"lists read again", true, true, true, Nothing, ReadListsAgain},
-    {"tick of TmrPolling", true, true, true, Nothing, TickOf<Timer::kPolling>},
-    {"tick of TmrAppStatus", true, true, true, Nothing, TickOf<Timer::kAppStatus>},
-    {"tick of TmrNvs", true, true, true, Nothing, TickOf<Timer::kNvs>},
-    {"tick of TmrHw", true, true, true, Nothing, TickOf<Timer::kHw>},
-    {"tick of Timer1", true, true, true, Nothing, TickOf<Timer::kOutputs>},
-    {"changes told", true, false, true, Nothing, TellOfChanges},
-    {"window closed", true, true, true, Nothing, CloseWindowOf},
-    {"export", false, true, true, Nothing, ExportApplication},
-    {"download", false, true, false, Nothing, DownloadApplication},
-    {"download by the host", false, false, true, Nothing, DownloadByTheHost},
-    {"calibration saved", false, true, true, Nothing, SaveCalibration},
-    {"calibration loaded", false, true, true, Nothing, LoadCalibration},
-    {"calibration finished", true, true, true, TakeLowAndTypeHigh, TickOf<Timer::kHw>},
+    // name, needsWindow, quiet, stops, leavesOut, prepare, run
+    {"object made", false, false, true, false, Nothing, MakeObject},
+    {"registration", false, false, true, false, Nothing, RegisterAndUnregister},
+    {"identity and inputs", false, true, true, false, Nothing, ReadEverything},
+    {"outputs written", false, true, true, false, Nothing, WriteOutputs},
+    {"window shown", false, true, true, false, Nothing, ShowWindowOf},
+    {"lists read again", true, true, true, false, Nothing, ReadListsAgain},
+    {"tick of TmrPolling", true, true, true, false, Nothing, TickOf<Timer::kPolling>},
+    {"tick of TmrAppStatus", true, true, true, false, Nothing, TickOf<Timer::kAppStatus>},
+    {"tick of TmrNvs", true, true, true, false, Nothing, TickOf<Timer::kNvs>},
+    {"tick of TmrHw", true, true, true, false, Nothing, TickOf<Timer::kHw>},
+    {"tick of Timer1", true, true, true, false, Nothing, TickOf<Timer::kOutputs>},
+    {"changes told", true, false, true, false, Nothing, TellOfChanges},
+    {"window closed", true, true, true, false, Nothing, CloseWindowOf},
+    {"export", false, true, true, true, Nothing, ExportApplication},
+    {"download", false, true, false, false, Nothing, DownloadApplication},
+    {"download by the host", false, false, true, false, Nothing, DownloadByTheHost},
+    {"calibration saved", false, true, true, false, Nothing, SaveCalibration},
+    {"calibration loaded", false, true, true, false, Nothing, LoadCalibration},
+    {"calibration finished", true, true, true, false, TakeLowAndTypeHigh, TickOf<Timer::kHw>},
 };
 
 }  // namespace

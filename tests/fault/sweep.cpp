@@ -10,8 +10,6 @@ namespace quillon::test {
 
 namespace {
 
-constexpr std::size_t kSample = 2;
-
 // What stands in the place of a file that an operation writes, before it does.
 const char* const kOldFile = "what stood here before";
 
@@ -20,13 +18,27 @@ bool Asked(const char* variable) {
     return GetEnvironmentVariableW(Wide(variable).c_str(), value, 8) > 0;
 }
 
-// All, or some of them spread evenly, the first and the last among them.
-std::vector<std::size_t> Chosen(std::size_t count) {
+// All, or one of them, another one for each kind of fault.
+std::vector<std::size_t> Chosen(std::size_t count, const Operation& operation, const char* kind) {
     std::vector<std::size_t> chosen;
-    const std::size_t wanted = FullSweep() ? count : std::min(count, kSample);
-    for (std::size_t i = 0; i < wanted; ++i)
-        chosen.push_back(wanted == 1 ? 0 : i * (count - 1) / (wanted - 1));
+    if (FullSweep()) {
+        for (std::size_t i = 0; i < count; ++i) chosen.push_back(i);
+    } else if (count > 0) {
+        std::size_t place = 0;
+        for (const std::string& text : {std::string(operation.name), std::string(kind)})
+            for (const char one : text) place = place * 31 + static_cast<unsigned char>(one);
+        chosen.push_back(place % count);
+    }
     return chosen;
+}
+
+// Documents that end in the same closing tags.
+bool EndsAlike(const std::string& one, const std::string& other) {
+    constexpr std::size_t kClosing = 40;
+    const auto end = [](const std::string& text) {
+        return text.substr(text.size() - std::min(text.size(), kClosing));
+    };
+    return !one.empty() && end(one) == end(other);
 }
 
 OutcomeKind KindOf(const Seen& good, const Seen& seen) {
@@ -121,6 +133,10 @@ void SweepTest::ExpectAllReleased() {
     EXPECT_EQ(FindDeviceWindow(), nullptr);
 }
 
+void SweepTest::ExpectWorks(const Operation& operation, const Seen& good) {
+    EXPECT_TRUE(Run(operation).SameOutcome(good)) << "the next run without a fault differs";
+}
+
 void SweepTest::Judge(const Operation& operation, const Fault& fault, const Rules& rules,
                       const Seen& good, const Seen& seen) {
     if (operation.quiet && rules.successPromised) {
@@ -148,13 +164,15 @@ void SweepTest::JudgeContent(const Operation& operation, const Seen& good, const
     for (const auto& [name, text] : seen.files) {
         const auto known = good.files.find(name);
         ASSERT_NE(known, good.files.end()) << "left behind: " << Narrow(name);
-        EXPECT_TRUE(text == known->second || text == kOldFile) << "half written: " << Narrow(name);
+        EXPECT_TRUE(text == known->second || text == kOldFile ||
+                    (operation.leavesOut && EndsAlike(text, known->second)))
+            << "half written: " << Narrow(name);
     }
 }
 
 void SweepTest::Sweep(const Operation& operation, const char* kind, const Seen& good,
                       const std::vector<Fault>& faults, const Rules& rules) {
-    for (const std::size_t place : Chosen(faults.size())) {
+    for (const std::size_t place : Chosen(faults.size(), operation, kind)) {
         const Fault& fault = faults[place];
         SCOPED_TRACE(std::string(operation.name) + ", " + kind + ": " + fault.name);
         if (Asked("QUILLON_TRACE")) {
@@ -164,8 +182,7 @@ void SweepTest::Sweep(const Operation& operation, const char* kind, const Seen& 
         const Seen seen = Run(operation, fault.arm);
         Judge(operation, fault, rules, good, seen);
         CountOutcome(operation.name, kind, static_cast<long>(faults.size()), KindOf(good, seen));
-        const Seen next = Run(operation);
-        EXPECT_TRUE(next.SameOutcome(good)) << "the next run without a fault differs";
+        if (FullSweep()) ExpectWorks(operation, good);
     }
 }
 

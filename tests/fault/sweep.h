@@ -53,9 +53,11 @@ protected:
 
     // The operation without a fault, after one that primes what is kept by the process.
     Seen Prime(const Operation& operation);
-    // Each fault once, or a sample of them, each followed by a run without.
+    // Each fault once, each followed by a run without; or, unless all are wanted, one of them.
     void Sweep(const Operation& operation, const char* kind, const Seen& good,
                const std::vector<Fault>& faults, const Rules& rules);
+    // A run without a fault still gives the same.
+    void ExpectWorks(const Operation& operation, const Seen& good);
     Seen Run(const Operation& operation, const std::function<void(Stage&)>& arm = {});
 
     PlatformFaults& Platform() { return *m_platform; }
