@@ -35,7 +35,7 @@ std::vector<std::size_t> Chosen(std::size_t count, const Operation& operation, c
 // Documents that end in the same closing tags.
 bool EndsAlike(const std::string& one, const std::string& other) {
     constexpr std::size_t kClosing = 40;
-    const auto end = [](const std::string& text) {
+    const auto end = [&](const std::string& text) {
         return text.substr(text.size() - std::min(text.size(), kClosing));
     };
     return !one.empty() && end(one) == end(other);
