@@ -258,6 +258,7 @@ void WriteInputFiles(const std::wstring& folder) {
 }
 
 int ButtonFor(const Box& box) {
+    if (box.text.starts_with(L"Bad Application file: ")) return IDOK;
     if (box.text == L"The operation was not successfull.") return IDCANCEL;
     if (box.text == L"No calibration values are present in the file for the device") return IDOK;
     if (box.text == L"La calibrazione e' stata eseguita correttamente.") return IDOK;
