@@ -64,7 +64,11 @@ frmVantorSplash::~frmVantorSplash() {
 }
 
 void frmVantorSplash::Show(HWND owner) {
-    if (!Handle() && !CreateModeless(IDD_SPLASH, owner)) return;
+    if (!Handle() && !CreateModeless(IDD_SPLASH, owner)) {
+        // Nothing would ever close it.
+        Unload();
+        return;
+    }
     ShowWindow(Handle(), SW_SHOWNOACTIVATE);
     UpdateWindow(Handle());
 }
@@ -95,7 +99,9 @@ bool frmVantorSplash::OnInit() {
                      (GetSystemMetrics(SM_CYSCREEN) - height) / 2, width, height,
                      SWP_NOZORDER | SWP_NOACTIVATE);
     }
-    SetTimer(Handle(), kTimer, kMilliseconds, nullptr);
+    // Without a timer it goes at once rather than never.
+    if (!SetTimer(Handle(), kTimer, kMilliseconds, nullptr))
+        PostMessageW(Handle(), WM_TIMER, kTimer, 0);
     return false;
 }
 

@@ -23,8 +23,11 @@ void Dialog::SetItemText(int id, const std::wstring& text) const {
 
 bool Dialog::CreateModeless(int resource, HWND owner) {
     const ActivationScope controls;
-    return CreateDialogParamW(OwnModule(), MAKEINTRESOURCEW(resource), owner, Procedure,
-                              reinterpret_cast<LPARAM>(this)) != nullptr;
+    m_initFailed = false;
+    CreateDialogParamW(OwnModule(), MAKEINTRESOURCEW(resource), owner, Procedure,
+                       reinterpret_cast<LPARAM>(this));
+    if (m_initFailed) Destroy();
+    return m_handle != nullptr;
 }
 
 bool Dialog::CreatePage(int resource, HWND parent) {
@@ -33,6 +36,7 @@ bool Dialog::CreatePage(int resource, HWND parent) {
 
 INT_PTR Dialog::RunModal(int resource, HWND owner) {
     const ActivationScope controls;
+    m_modal = true;
     return DialogBoxParamW(OwnModule(), MAKEINTRESOURCEW(resource), owner, Procedure,
                            reinterpret_cast<LPARAM>(this));
 }
@@ -74,8 +78,15 @@ INT_PTR CALLBACK Dialog::Procedure(HWND window, UINT message, WPARAM wParam,
     try {
         return dialog->Dispatch(message, wParam, lParam);
     } catch (...) {
+        if (message == WM_INITDIALOG) dialog->OnInitFailed();
         return FALSE;
     }
+}
+
+// A window that is set up in part is none: it would be worked on as a whole one.
+void Dialog::OnInitFailed() {
+    m_initFailed = true;
+    if (m_modal) EndDialog(m_handle, -1);
 }
 
 }  // namespace quillon::ui

@@ -35,7 +35,8 @@ protected:
     // Destroys a modeless window or a page. Does nothing when there is none.
     void Destroy();
 
-    // WM_INITDIALOG. False: the handler has set the focus itself.
+    // WM_INITDIALOG. False: the handler has set the focus itself. When it throws there is no
+    // window.
     virtual bool OnInit() { return true; }
     // Every other message; nullopt: default handling.
     virtual std::optional<INT_PTR> OnMessage(UINT message, WPARAM wParam, LPARAM lParam);
@@ -48,8 +49,11 @@ private:
     static INT_PTR CALLBACK Procedure(HWND window, UINT message, WPARAM wParam,
                                       LPARAM lParam) noexcept;
     INT_PTR Dispatch(UINT message, WPARAM wParam, LPARAM lParam);
+    void OnInitFailed();
 
     HWND m_handle = nullptr;
+    bool m_modal = false;
+    bool m_initFailed = false;
 };
 
 }  // namespace quillon::ui

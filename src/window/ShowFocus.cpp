@@ -40,19 +40,21 @@ std::shared_ptr<ui::Form> WindowWithTag(const std::wstring& tag) {
 
 void CDevice::OpenWindow(frmVantor& window, IDispatch* owner, std::int32_t pollingRate,
                          const std::wstring& neuronId) {
+    std::shared_ptr<frmVantorSplash> splash;
     try {
-        const auto splash = frmVantorSplash::Create();
+        splash = frmVantorSplash::Create();
         window.SetDevice(this);
         window.SetPollingRate(static_cast<float>(pollingRate));
         window.SetTag(kWindowTag + neuronId);
-        splash->SetTag(neuronId);
         window.SetOwner(owner);
+        splash->SetTag(neuronId);
         splash->SetLinkedForm(window.weak_from_this());
         splash->Show(WindowOf(owner));
         window.Load();
         splash->Raise();
     } catch (...) {
-        // A window that was never shown could not be closed by anyone.
+        // What was never shown could not be closed by anyone.
+        if (splash && !splash->Handle()) splash->Unload();
         if (!IsWindowVisible(window.Handle())) window.Unload();
         throw;
     }

@@ -109,7 +109,7 @@ void frmVantor::CreatePages() {
     for (int tab = 0; tab < kTabCount; ++tab) {
         const TabDescription& description = Tabs()[static_cast<std::size_t>(tab)];
         auto page = std::make_unique<Page>(m_actions, description.anchored);
-        page->Create(description.dialog, Handle());
+        if (!page->Create(description.dialog, Handle())) throw com::Error(E_OUTOFMEMORY);
         m_pages[static_cast<std::size_t>(tab)] = std::move(page);
     }
     const auto attach = [&](RowList& list, int tab, int id) {

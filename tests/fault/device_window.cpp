@@ -87,8 +87,8 @@ void SelectTab(HWND window, std::wstring_view caption) {
     }
 }
 
-void TypeText(HWND window, const wchar_t* text) {
-    SetWindowTextW(Control(window, WC_EDITW), text);
+HWND TextBox(HWND window) {
+    return Control(window, WC_EDITW);
 }
 
 void TickTimer(HWND window, Timer timer) {

@@ -20,8 +20,8 @@ void CalmDown(HWND window);
 // What a press of the key does that reaches the window through the host's message loop.
 void PressKey(HWND window, WPARAM key);
 void SelectTab(HWND window, std::wstring_view caption);
-// Writes into the text box of the page that is shown.
-void TypeText(HWND window, const wchar_t* text);
+// The text box of the page that is shown; null when it has none.
+HWND TextBox(HWND window);
 void TickTimer(HWND window, Timer timer);
 
 }  // namespace quillon::test

@@ -24,6 +24,8 @@ struct Operation {
     bool quiet;
     // Nothing is written any more once a call has failed.
     bool stops;
+    // What it could not read is left out of the file that it writes, which is whole all the same.
+    bool leavesOut;
     void (*prepare)(Stage& stage);
     HRESULT (*run)(Stage& stage);
 };

@@ -34,7 +34,7 @@ public:
                         row.fault.c_str(), row.calls, runs, row.outcomes[0], row.outcomes[1],
                         row.outcomes[2], row.outcomes[3]);
         }
-        std::printf("\n%d runs, each followed by one without a fault\n", all);
+        std::printf("\n%d runs with a fault\n", all);
     }
 
     Row& RowOf(const std::string& operation, const std::string& fault) {

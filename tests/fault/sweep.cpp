@@ -3,15 +3,12 @@
 #include <algorithm>
 #include <cstdio>
 #include <filesystem>
-#include <set>
 
 #include "fault/device_window.h"
 
 namespace quillon::test {
 
 namespace {
-
-constexpr std::size_t kSample = 2;
 
 // What stands in the place of a file that an operation writes, before it does.
 const char* const kOldFile = "what stood here before";
@@ -21,13 +18,27 @@ bool Asked(const char* variable) {
     return GetEnvironmentVariableW(Wide(variable).c_str(), value, 8) > 0;
 }
 
-// All, or some of them spread evenly, the first and the last among them.
-std::vector<std::size_t> Chosen(std::size_t count) {
+// All, or one of them, another one for each kind of fault.
+std::vector<std::size_t> Chosen(std::size_t count, const Operation& operation, const char* kind) {
     std::vector<std::size_t> chosen;
-    const std::size_t wanted = FullSweep() ? count : std::min(count, kSample);
-    for (std::size_t i = 0; i < wanted; ++i)
-        chosen.push_back(wanted == 1 ? 0 : i * (count - 1) / (wanted - 1));
+    if (FullSweep()) {
+        for (std::size_t i = 0; i < count; ++i) chosen.push_back(i);
+    } else if (count > 0) {
+        std::size_t place = 0;
+        for (const std::string& text : {std::string(operation.name), std::string(kind)})
+            for (const char one : text) place = place * 31 + static_cast<unsigned char>(one);
+        chosen.push_back(place % count);
+    }
     return chosen;
+}
+
+// Documents that end in the same closing tags.
+bool EndsAlike(const std::string& one, const std::string& other) {
+    constexpr std::size_t kClosing = 40;
+    const auto end = [&](const std::string& text) {
+        return text.substr(text.size() - std::min(text.size(), kClosing));
+    };
+    return !one.empty() && end(one) == end(other);
 }
 
 OutcomeKind KindOf(const Seen& good, const Seen& seen) {
@@ -46,7 +57,6 @@ bool FullSweep() {
 void SweepTest::SetUp() {
     HostTest::SetUp();
     AllowMisuse();
-    WriteInputFiles(Folder());
     Boxes().AnswerBy(ButtonFor);
     m_platform.emplace(GetModuleHandleW(Plugin().Path().c_str()));
 }
@@ -62,6 +72,8 @@ Seen SweepTest::Prime(const Operation& operation) {
 }
 
 Seen SweepTest::Run(const Operation& operation, const std::function<void(Stage&)>& arm) {
+    ClearFolder();
+    WriteInputFiles(Folder());
     WriteBytes(InFolder(kExportFile), kOldFile);
     WriteBytes(InFolder(kCalibrationFile), kOldFile);
     OpenSmall();
@@ -100,17 +112,29 @@ void SweepTest::Collect(Seen& seen, std::size_t boxesBefore) {
     seen.changes = Changes(seen.log);
     const auto& boxes = Boxes().Seen();
     for (std::size_t i = boxesBefore; i < boxes.size(); ++i) seen.boxes.push_back(boxes[i].text);
+    for (const std::wstring& name : FileNames()) seen.files[name] = ReadBytes(InFolder(name));
+}
+
+// All but the plug-in itself.
+Lines SweepTest::FileNames() const {
+    Lines names;
     for (const auto& entry : std::filesystem::directory_iterator(Folder()))
-        if (entry.path().extension() != L".dll")
-            seen.files[entry.path().filename().wstring()] = ReadBytes(entry.path().wstring());
-    const std::wstring calibration = InFolder(std::wstring(kRight) + L".tca");
-    DeleteFileW(calibration.c_str());
+        if (entry.path().extension() != L".dll") names.push_back(entry.path().filename().wstring());
+    return names;
+}
+
+void SweepTest::ClearFolder() const {
+    for (const std::wstring& name : FileNames()) DeleteFileW(InFolder(name).c_str());
 }
 
 void SweepTest::ExpectAllReleased() {
     EXPECT_EQ(Host().LiveObjects(), 1) << "more than the network is held";
     EXPECT_TRUE(Plugin().CanUnload()) << "the plug-in still holds something";
     EXPECT_EQ(FindDeviceWindow(), nullptr);
+}
+
+void SweepTest::ExpectWorks(const Operation& operation, const Seen& good) {
+    EXPECT_TRUE(Run(operation).SameOutcome(good)) << "the next run without a fault differs";
 }
 
 void SweepTest::Judge(const Operation& operation, const Fault& fault, const Rules& rules,
@@ -121,6 +145,15 @@ void SweepTest::Judge(const Operation& operation, const Fault& fault, const Rule
     if (rules.misuseIsWrong) {
         EXPECT_EQ(seen.misuse, Lines());
     }
+    if (rules.sameContent) JudgeContent(operation, good, seen);
+    if (operation.stops && rules.mayStopWriting && fault.call) {
+        const Lines before(good.log.begin(),
+                           good.log.begin() + static_cast<std::ptrdiff_t>(*fault.call) + 1);
+        EXPECT_LE(seen.changes.size(), Changes(before).size()) << "written behind the failing call";
+    }
+}
+
+void SweepTest::JudgeContent(const Operation& operation, const Seen& good, const Seen& seen) {
     // Without a catalogue a downloaded list is empty.
     const std::wstring emptied = L"IFile.ValueText.put(\"\")";
     for (const std::wstring& change : seen.changes)
@@ -128,21 +161,18 @@ void SweepTest::Judge(const Operation& operation, const Fault& fault, const Rule
                     (!operation.stops && change == emptied))
             << "written: " << Narrow(change);
     EXPECT_LE(seen.changes.size(), good.changes.size());
-    if (operation.stops && rules.mayStopWriting && fault.call) {
-        const Lines before(good.log.begin(),
-                           good.log.begin() + static_cast<std::ptrdiff_t>(*fault.call) + 1);
-        EXPECT_LE(seen.changes.size(), Changes(before).size()) << "written behind the failing call";
-    }
     for (const auto& [name, text] : seen.files) {
         const auto known = good.files.find(name);
         ASSERT_NE(known, good.files.end()) << "left behind: " << Narrow(name);
-        EXPECT_TRUE(text == known->second || text == kOldFile) << "half written: " << Narrow(name);
+        EXPECT_TRUE(text == known->second || text == kOldFile ||
+                    (operation.leavesOut && EndsAlike(text, known->second)))
+            << "half written: " << Narrow(name);
     }
 }
 
 void SweepTest::Sweep(const Operation& operation, const char* kind, const Seen& good,
                       const std::vector<Fault>& faults, const Rules& rules) {
-    for (const std::size_t place : Chosen(faults.size())) {
+    for (const std::size_t place : Chosen(faults.size(), operation, kind)) {
         const Fault& fault = faults[place];
         SCOPED_TRACE(std::string(operation.name) + ", " + kind + ": " + fault.name);
         if (Asked("QUILLON_TRACE")) {
@@ -152,8 +182,7 @@ void SweepTest::Sweep(const Operation& operation, const char* kind, const Seen& 
         const Seen seen = Run(operation, fault.arm);
         Judge(operation, fault, rules, good, seen);
         CountOutcome(operation.name, kind, static_cast<long>(faults.size()), KindOf(good, seen));
-        const Seen next = Run(operation);
-        EXPECT_TRUE(next.SameOutcome(good)) << "the next run without a fault differs";
+        if (FullSweep()) ExpectWorks(operation, good);
     }
 }
 

@@ -14,6 +14,27 @@ std::wstring MemberOf(const std::wstring& line) {
     return line.substr(0, line.find(L'('));
 }
 
+// What happens at the nth call of a member of the host.
+void FailOnce(Stage&, const std::wstring& member, long nth) {
+    Host().Fail(member, nth);
+}
+
+void FailForGood(Stage&, const std::wstring& member, long nth) {
+    Host().FailFrom(member, nth);
+}
+
+void FallSilent(Stage&, const std::wstring& member, long nth) {
+    Host().Call(member, nth, [] { Host().Silence(kRight, true); });
+}
+
+void CloseWindow(Stage&, const std::wstring& member, long nth) {
+    Host().Call(member, nth, [] { CloseAllWindows(); });
+}
+
+void LetGo(Stage& stage, const std::wstring& member, long nth) {
+    Host().Call(member, nth, [&stage] { stage.room.Drop(); });
+}
+
 class FaultSweep : public SweepTest, public ::testing::WithParamInterface<std::size_t> {
 protected:
     const Operation& Tested() const { return Operations()[GetParam()]; }
@@ -77,62 +98,27 @@ protected:
     }
 };
 
-TEST_P(FaultSweep, HostCallsFail) {
-    const Seen good = Prime(Tested());
-    Sweep(Tested(), "host call, once", good,
-          AtEachCall(good, [](Stage&, auto& member, long nth) { Host().Fail(member, nth); }), {});
-    Sweep(Tested(), "host call, for good", good,
-          AtEachCall(good, [](Stage&, auto& member, long nth) { Host().FailFrom(member, nth); }),
-          {});
-}
-
-TEST_P(FaultSweep, DeviceFallsSilent) {
-    const Seen good = Prime(Tested());
-    const Rules rules{.mayStopWriting = false};
-    Sweep(Tested(), "device falls silent", good,
-          AtEachCall(good,
-                     [](Stage&, auto& member, long nth) {
-                         Host().Call(member, nth, [] { Host().Silence(kRight, true); });
-                     }),
-          rules);
-}
-
-TEST_P(FaultSweep, HostAnswersWrongly) {
-    const Seen good = Prime(Tested());
-    const Rules rules{.successPromised = false, .mayStopWriting = false, .misuseIsWrong = false};
-    Sweep(Tested(), "wrong answer", good, WithWrongAnswers(good), rules);
-}
-
-TEST_P(FaultSweep, OperatorClosesTheWindow) {
-    if (!Tested().needsWindow) return;
-    const Seen good = Prime(Tested());
-    Sweep(Tested(), "window closed", good,
-          AtEachCall(good, [](Stage&, auto& member,
-                              long nth) { Host().Call(member, nth, [] { CloseAllWindows(); }); }),
-          {.mayStopWriting = false});
-}
-
-TEST_P(FaultSweep, LastReferenceIsDropped) {
-    const Seen good = Prime(Tested());
-    Sweep(Tested(), "object let go", good,
-          AtEachCall(good,
-                     [](Stage& stage, auto& member, long nth) {
-                         Host().Call(member, nth, [&stage] { stage.room.Drop(); });
-                     }),
-          {.mayStopWriting = false});
-}
-
-TEST_P(FaultSweep, PlatformCallsFail) {
-    const Seen good = Prime(Tested());
-    const Rules rules{.successPromised = false, .mayStopWriting = false};
-    Sweep(Tested(), "platform call, once", good, AtEachPlatformCall(good, false), rules);
-    Sweep(Tested(), "platform call, for good", good, AtEachPlatformCall(good, true), rules);
-}
-
-TEST_P(FaultSweep, MemoryIsShort) {
-    const Seen good = Prime(Tested());
-    Sweep(Tested(), "no memory", good, AtAllocations(good),
-          {.successPromised = false, .mayStopWriting = false});
+TEST_P(FaultSweep, EveryKindOfFault) {
+    const Operation& operation = Tested();
+    const Seen good = Prime(operation);
+    const Rules rules;
+    const Rules goesOn{.mayStopWriting = false};
+    const Rules mayFail{.successPromised = false, .mayStopWriting = false};
+    const Rules anything{.successPromised = false,
+                         .mayStopWriting = false,
+                         .misuseIsWrong = false,
+                         .sameContent = false};
+    Sweep(operation, "host call, once", good, AtEachCall(good, FailOnce), rules);
+    Sweep(operation, "host call, for good", good, AtEachCall(good, FailForGood), rules);
+    Sweep(operation, "device falls silent", good, AtEachCall(good, FallSilent), goesOn);
+    Sweep(operation, "wrong answer", good, WithWrongAnswers(good), anything);
+    if (operation.needsWindow)
+        Sweep(operation, "window closed", good, AtEachCall(good, CloseWindow), goesOn);
+    Sweep(operation, "object let go", good, AtEachCall(good, LetGo), goesOn);
+    Sweep(operation, "platform call, once", good, AtEachPlatformCall(good, false), mayFail);
+    Sweep(operation, "platform call, for good", good, AtEachPlatformCall(good, true), mayFail);
+    Sweep(operation, "no memory", good, AtAllocations(good), mayFail);
+    ExpectWorks(operation, good);
 }
 
 std::string NameOf(const ::testing::TestParamInfo<std::size_t>& info) {

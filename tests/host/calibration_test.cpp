@@ -171,8 +171,8 @@ TEST_F(CalibrationFile, FileWithoutValuesForTheUnitIsToldAndNothingIsWritten) {
 TEST_F(CalibrationFile, FailuresOfLoadingAreSilent) {
     Write("[0000000000A1]\r\nCalibration=27103EA80028011C2F\r\n");
     Room& room = Left();
-    for (const wchar_t* member : {L"IDevice.Files.get", L"IFiles.Item.get", L"IFile.Identifier.get",
-                                  L"IFile.ValueText.put"}) {
+    for (const wchar_t* member :
+         {L"IDevice.Files.get", L"IFiles.Item", L"IFile.Identifier.get", L"IFile.ValueText.put"}) {
         Host().FailAlways(member);
         Load(room);
         Host().Restore();
