@@ -84,7 +84,7 @@ void EditorTest::TearDown() {
     EXPECT_EQ(com::ModuleLocks(), 0) << "an editor or a point is still alive";
     if (IsWindow(Owner())) {
         EXPECT_TRUE(IsWindowEnabled(Owner())) << "the owner can be used again";
-        EXPECT_EQ(CountGuiObjects(), m_before);
+        EXPECT_TRUE(NothingLeftSince(m_before)) << CountGuiObjects() << " after " << m_before;
     }
     m_boxes.reset();
     m_owner.reset();

@@ -210,18 +210,5 @@ TEST_F(MainViewEditing, ValueThatNamesNoVariableOpensNothing) {
     EXPECT_EQ(Boxes().Seen().size(), 0u);
 }
 
-TEST_F(MainViewEditing, NothingOpensWhileACommandIsAtWork) {
-    OpenFor(kAppModePoint, "AppMode");
-    bool asked = false;
-    Host().Call(L"Points.Item", 1, [&] {
-        asked = true;
-        const long before = Host().Count(L"Point.NVDirection.get");
-        SendMessageW(TheWindow()->Handle(), WM_COMMAND, IDC_LBLNV_FIRST, 0);
-        EXPECT_EQ(Host().Count(L"Point.NVDirection.get"), before);
-    });
-    TheWindow()->Update();
-    EXPECT_TRUE(asked);
-}
-
 }  // namespace
 }  // namespace quillon::test

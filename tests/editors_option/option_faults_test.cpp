@@ -110,11 +110,17 @@ TEST_F(OptionFaults, EveryFailingCallWhileOpeningEndsQuietly) {
             if (calls[before].starts_with(member + L"(")) ++nth;
         SCOPED_TRACE(Narrow(member) + " " + std::to_string(nth));
         Host().Fail(member, nth);
-        Posted().Post([&] {
+        bool over = false;
+        // Until the command is over, whenever its dialog comes up.
+        const std::function<void()> cancel = [&] {
+            if (over) return;
             if (const HWND popup = PopupOf(TheWindow()->Handle()))
                 PostMessageW(popup, WM_COMMAND, IDCANCEL, 0);
-        });
+            Posted().Post(cancel);
+        };
+        Posted().Post(cancel);
         SendMessageW(TheWindow()->Handle(), WM_COMMAND, IDC_LBLNV_FIRST, 0);
+        over = true;
         Poster::Drain();
         Host().Restore();
     }

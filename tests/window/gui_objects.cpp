@@ -80,6 +80,13 @@ GuiObjects CountGuiObjects() {
     return objects;
 }
 
+bool NothingLeftSince(const GuiObjects& before) {
+    constexpr int kKeptBySystem = 8;
+    const GuiObjects now = CountGuiObjects();
+    return now.windows == before.windows && now.menus == before.menus &&
+           now.icons == before.icons && now.drawing <= before.drawing + kKeptBySystem;
+}
+
 std::ostream& operator<<(std::ostream& out, const GuiObjects& objects) {
     return out << objects.windows << " windows, " << objects.menus << " menus, " << objects.icons
                << " icons, " << objects.drawing << " drawing objects";

@@ -16,6 +16,10 @@ struct GuiObjects {
 
 GuiObjects CountGuiObjects();
 
+// True when nothing has come since `before`, but for a few drawing objects: the system makes some
+// when a thing is painted for the first time, and keeps them.
+bool NothingLeftSince(const GuiObjects& before);
+
 std::ostream& operator<<(std::ostream& out, const GuiObjects& objects);
 
 }  // namespace quillon::test

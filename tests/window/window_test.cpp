@@ -87,7 +87,7 @@ void WindowTest::TearDown() {
     EXPECT_EQ(Host().LiveObjects(), 0) << "objects of the host are still held";
     EXPECT_EQ(com::ModuleLocks(), 0) << "objects or windows of the plug-in are still alive";
     EXPECT_EQ(Host().Misuse(), Lines());
-    EXPECT_EQ(CountGuiObjects(), m_before);
+    EXPECT_TRUE(NothingLeftSince(m_before)) << CountGuiObjects() << " after " << m_before;
     m_poster.reset();
     m_boxes.reset();
     MSG message;
