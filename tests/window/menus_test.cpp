@@ -45,8 +45,7 @@ TEST_F(Menus, ActionHoldsApplicationSeparatorParametersAndCalibrations) {
     EXPECT_EQ(MenuEntries(action),
               (Lines{L"&Application", L"-", L"&Parameters", L"&Calibrations"}));
     EXPECT_EQ(MenuEntries(GetSubMenu(action, 0)), (Lines{L"&Save as...", L"&Download"}));
-    EXPECT_EQ(MenuEntries(GetSubMenu(action, 2)),
-              (Lines{L"&save as... (greyed)", L"&Download (greyed)"}));
+    EXPECT_EQ(MenuEntries(GetSubMenu(action, 2)), (Lines{L"&save as...", L"&Download"}));
     EXPECT_EQ(MenuEntries(GetSubMenu(action, 3)), (Lines{L"&Save as...", L"&Download"}));
 }
 
@@ -91,8 +90,7 @@ TEST_F(Menus, FailingWinkAndResetAreSilent) {
 
 TEST_F(Menus, CommandsWithoutWorkDoNothing) {
     const Window window = Open();
-    for (const int command : {IDM_CALIBRATIONS_SAVE, IDM_CALIBRATIONS_LOAD, IDM_EDIT_VALUE,
-                              IDM_COPY, IDM_SELECT_ALL, 4711})
+    for (const int command : {IDM_EDIT_VALUE, IDM_COPY, IDM_SELECT_ALL, 4711})
         Choose(*window, command);
     EXPECT_EQ(Host().Log(), Lines());
     EXPECT_TRUE(Boxes().Seen().empty());
