@@ -45,8 +45,7 @@ TEST_F(Menus, ActionHoldsApplicationSeparatorParametersAndCalibrations) {
     EXPECT_EQ(MenuEntries(action),
               (Lines{L"&Application", L"-", L"&Parameters", L"&Calibrations"}));
     EXPECT_EQ(MenuEntries(GetSubMenu(action, 0)), (Lines{L"&Save as...", L"&Download"}));
-    EXPECT_EQ(MenuEntries(GetSubMenu(action, 2)),
-              (Lines{L"&save as... (greyed)", L"&Download (greyed)"}));
+    EXPECT_EQ(MenuEntries(GetSubMenu(action, 2)), (Lines{L"&save as...", L"&Download"}));
     EXPECT_EQ(MenuEntries(GetSubMenu(action, 3)), (Lines{L"&Save as...", L"&Download"}));
 }
 
