@@ -329,6 +329,8 @@ RowList* frmVantor::FocusedList() {
 
 bool frmVantor::OnKey(const MSG& message) {
     if (message.message != WM_KEYDOWN) return false;
+    // The keyboard comes past the window procedure, and a key may close the window.
+    const auto hold = KeepAlive();
     const bool control = GetKeyState(VK_CONTROL) < 0;
     switch (message.wParam) {
         case VK_F5:

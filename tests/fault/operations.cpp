@@ -258,7 +258,9 @@ void WriteInputFiles(const std::wstring& folder) {
 }
 
 int ButtonFor(const Box& box) {
+    // Of the loader of application files, also for what it has no memory for.
     if (box.text.starts_with(L"Bad Application file: ")) return IDOK;
+    if (box.text == L"Error: multiple connection index!") return IDOK;
     if (box.text == L"The operation was not successfull.") return IDCANCEL;
     if (box.text == L"No calibration values are present in the file for the device") return IDOK;
     if (box.text == L"La calibrazione e' stata eseguita correttamente.") return IDOK;

@@ -32,9 +32,9 @@ std::vector<std::size_t> Chosen(std::size_t count, const Operation& operation, c
     return chosen;
 }
 
-// Documents that end in the same closing tags.
+// Documents that end in the same closing tag.
 bool EndsAlike(const std::string& one, const std::string& other) {
-    constexpr std::size_t kClosing = 40;
+    constexpr std::size_t kClosing = 16;
     const auto end = [&](const std::string& text) {
         return text.substr(text.size() - std::min(text.size(), kClosing));
     };
