@@ -153,9 +153,8 @@ TEST(Values, RandomNumbersSurviveTheRoundTripOrAreOutsideTheLimits) {
         int kept = 0;
         for (int i = 0; i < 500; ++i) {
             const auto bytes = RandomBytes(random, type.length);
-            std::int64_t raw = type.kind == Kind::Unsigned              ? 0
-                               : static_cast<std::int8_t>(bytes[0]) < 0 ? -1
-                                                                        : 0;
+            const bool isSigned = type.kind == Kind::Signed || type.rawMinimum < 0;
+            std::int64_t raw = isSigned && static_cast<std::int8_t>(bytes[0]) < 0 ? -1 : 0;
             for (const auto byte : bytes) raw = raw * 256 + byte;
             const bool valid =
                 (raw >= type.rawMinimum && raw <= type.rawMaximum) || raw == type.rawInvalid;
