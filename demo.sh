@@ -24,7 +24,7 @@ build() {
 }
 
 say "Building Quillon.dll, the simulated host and the bench"
-build $preset Quillon quorvex bench eyes || fail "the $preset build failed"
+build $preset Quillon quorvex bench eyes helpfile || fail "the $preset build failed"
 [ -z "$other" ] || build $other Quillon || fail "the $other build failed"
 
 folder=build/demo
@@ -34,7 +34,7 @@ cp "build/$preset/src/Quillon.dll" "build/$preset/simulator/Quorvex.dll" \
     "build/$preset/simulator/bench/bench.exe" "$folder/"
 cp build/win64/src/Quillon.dll "$folder/64/"
 cp simulator/networks/room.json "$folder/networks/"
-cp examples/demo.bench "$folder/"
+cp examples/demo.bench examples/commissioning.bench "build/$preset/help/Quillon.chm" "$folder/"
 for dll in "$folder/Quillon.dll" "$folder/64/Quillon.dll"; do
     x86_64-w64-mingw32-strip "$dll"
     printf '%s  %s bytes\n' "$dll" "$(stat -c %s "$dll")"
@@ -62,6 +62,19 @@ say "The bench plays the host (script: examples/demo.bench)"
 run bench.exe let APP room101.app -- run demo.bench || fail "the bench's script did not go as expected"
 
 say "The application file: $folder/room101.app, $(stat -c %s "$folder/room101.app") bytes"
+
+say "A room unit is commissioned (script: examples/commissioning.bench)"
+run bench.exe let CPS room101.cps -- let TCA room101.tca -- run commissioning.bench ||
+    fail "the commissioning did not go as expected"
+cat "$folder/room101.tca"
+
+say "Two labels, byte for byte, into a pseudo-terminal that plays the printer"
+scripts/print_labels.sh "$arch" "$folder/bench.exe" "$folder" "$folder/labels" ||
+    fail "the labels did not go as expected"
+
+say "The help file opens"
+run bench.exe settings clear -- settings HtmlHelp Quillon.chm -- help "Room 101" -- settings clear ||
+    fail "the help did not open"
 
 # A display that is named and not there counts as none.
 has_display() { [ -n "${DISPLAY:-}" ] && timeout 10 xdotool getmouselocation >/dev/null 2>&1; }
