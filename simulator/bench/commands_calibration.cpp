@@ -46,6 +46,8 @@ void Calibrations(Session& session, const Words& words) {
     const bool save = ParseSwitch(words[0], L"save", L"load");
     const std::wstring file = FullPath(words[2]);
     const HWND window = session.Windows().Open(session.GetHost().Find(words[1]));
+    // The file dialog would ask before it replaces one.
+    if (save) DeleteFileW(file.c_str());
     const auto title =
         save ? L"Save calibration data to file..." : L"Download calibration data from file...";
     DriveDialogs({NameFile(title, file)}, [&] {
