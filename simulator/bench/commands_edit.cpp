@@ -1,10 +1,12 @@
 // The command that edits a value in the plug-in's own window.
 #include "commands.h"
 #include "editor_steps.h"
+#include "window_controls.h"
 //
 #include <commctrl.h>
 
 #include <set>
+#include <vector>
 
 namespace quorvex::bench::commands {
 namespace {
@@ -55,27 +57,6 @@ private:
     HWND m_window = nullptr;
 };
 
-void SelectTab(HWND window, const std::wstring& caption) {
-    const HWND tabs = FindWindowExW(window, nullptr, WC_TABCONTROLW, nullptr);
-    const int count = TabCtrl_GetItemCount(tabs);
-    for (int place = 0; place < count; ++place) {
-        wchar_t text[64] = {};
-        TCITEMW item{};
-        item.mask = TCIF_TEXT;
-        item.pszText = text;
-        item.cchTextMax = 64;
-        SendMessageW(tabs, TCM_GETITEMW, static_cast<WPARAM>(place),
-                     reinterpret_cast<LPARAM>(&item));
-        if (text != caption) continue;
-        SendMessageW(tabs, TCM_SETCURSEL, static_cast<WPARAM>(place), 0);
-        NMHDR notice{tabs, static_cast<UINT_PTR>(GetDlgCtrlID(tabs)),
-                     static_cast<UINT>(TCN_SELCHANGE)};
-        SendMessageW(window, WM_NOTIFY, notice.idFrom, reinterpret_cast<LPARAM>(&notice));
-        return;
-    }
-    throw Failure{L"the window has no tab \"" + caption + L"\""};
-}
-
 struct Row {
     std::wstring text;
     HWND list = nullptr;
@@ -94,21 +75,46 @@ BOOL CALLBACK FindRow(HWND control, LPARAM argument) {
     return row.place < 0;
 }
 
+BOOL CALLBACK FindValue(HWND control, LPARAM values) {
+    const bool isValue = ClassOf(control) == WC_STATICW && IsWindowVisible(control) &&
+                         (GetWindowLongW(control, GWL_STYLE) & WS_TABSTOP) != 0;
+    if (isValue) reinterpret_cast<std::vector<HWND>*>(values)->push_back(control);
+    return TRUE;
+}
+
+// A value of the main view by its number from 0, with the focus; null when there is no such value.
+HWND ValueToEdit(HWND window, const std::wstring& number) {
+    std::vector<HWND> values;
+    EnumChildWindows(window, FindValue, reinterpret_cast<LPARAM>(&values));
+    if (number.size() != 1 || number[0] < L'0') return nullptr;
+    const auto place = static_cast<std::size_t>(number[0] - L'0');
+    if (place >= values.size()) return nullptr;
+    SetFocus(values[place]);
+    return values[place];
+}
+
+// A row of a list by its text, selected and with the focus.
+HWND RowToEdit(HWND window, const std::wstring& text) {
+    Row row{text};
+    EnumChildWindows(window, FindRow, reinterpret_cast<LPARAM>(&row));
+    if (row.place < 0) throw Failure{L"the tab has no row \"" + text + L"\""};
+    SetFocus(row.list);
+    ListView_SetItemState(row.list, -1, 0, LVIS_SELECTED | LVIS_FOCUSED);
+    ListView_SetItemState(row.list, row.place, LVIS_SELECTED | LVIS_FOCUSED,
+                          LVIS_SELECTED | LVIS_FOCUSED);
+    return row.list;
+}
+
 }  // namespace
 
 void Edit(Session& session, const Words& words) {
     std::deque<Step> steps = ReadSteps({words.begin() + 3, words.end()});
     const DeviceWindow window(session.GetHost().Find(words[0]));
     SelectTab(window.Get(), words[1]);
-    Row row{words[2]};
-    EnumChildWindows(window.Get(), FindRow, reinterpret_cast<LPARAM>(&row));
-    if (row.place < 0) throw Failure{L"the tab has no row \"" + words[2] + L"\""};
-    SetFocus(row.list);
-    ListView_SetItemState(row.list, -1, 0, LVIS_SELECTED | LVIS_FOCUSED);
-    ListView_SetItemState(row.list, row.place, LVIS_SELECTED | LVIS_FOCUSED,
-                          LVIS_SELECTED | LVIS_FOCUSED);
+    HWND edited = ValueToEdit(window.Get(), words[2]);
+    if (!edited) edited = RowToEdit(window.Get(), words[2]);
     EditorSteps driver(std::move(steps));
-    PostMessageW(row.list, WM_KEYDOWN, VK_RETURN, 1);
+    PostMessageW(edited, WM_KEYDOWN, VK_RETURN, 1);
     driver.Finish();
 }
 
