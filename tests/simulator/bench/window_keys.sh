@@ -23,6 +23,11 @@ DISPLAY=:$(cat "$work/display")
 export DISPLAY QUILLON_DISPLAY=$DISPLAY QUILLON_WINE_BASE=$work/wine
 openbox >/dev/null 2>&1 &
 children+=($!)
+# Keys reach the window only when there is a window manager that makes it the active one.
+for _ in $(seq 100); do
+    xprop -root _NET_SUPPORTING_WM_CHECK 2>/dev/null | grep -q 0x && break
+    sleep 0.1
+done
 "$wineRun" "$arch" start
 "$wineRun" "$arch" regsvr32 /s "$host" || fail "the host cannot be registered"
 
@@ -35,7 +40,12 @@ for _ in $(seq 150); do
     sleep 0.2
 done
 [ -n "${window:-}" ] || fail "no window came up"
-xdotool windowactivate --sync "$window"
+for _ in $(seq 100); do
+    [ "$(xdotool getactivewindow 2>/dev/null)" = "$window" ] && break
+    xdotool windowactivate "$window" 2>/dev/null
+    sleep 0.2
+done
+sleep 1
 keys() { for key in "$@"; do xdotool key "$key"; sleep 0.2; done; }
 
 # Room 102: status, input 1, switch, and a count that stays. Room 103: the plug.
