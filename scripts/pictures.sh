@@ -1,5 +1,5 @@
 #!/usr/bin/env bash
-# Photographs the real windows into docs/pictures, for the README.
+# Photographs the real windows into docs/pictures, for the README and the user's guide.
 #
 #   scripts/pictures.sh [--dpi 96|144|192] [--to FOLDER]
 #
@@ -19,7 +19,7 @@ while [ $# -gt 0 ]; do
     shift 2
 done
 if [ "$dpi" != 96 ] && [ "$folder" = docs/pictures ]; then
-    echo "pictures: the README's pictures are at 96 dpi; name another folder with --to" >&2
+    echo "pictures: the documents' pictures are at 96 dpi; name another folder with --to" >&2
     exit 2
 fi
 

@@ -1,35 +1,9 @@
 """Menu commands and buttons."""
+from dialogs import give_file, open_dialog
 from eyes import do_until, wait_for
 
 FILE, ACTION, QUESTION = 0, 1, 2
-# The field for the name in the system's file dialogs.
-FILE_NAME = 0x47C
 HELP_VIEWER = r"HKCR\CLSID\{ADB880A6-D8FF-11CF-9377-00AA003B7A11}"
-
-
-def choose_until(window, condition, what, *path):
-    """Chooses a command, again when it had no effect."""
-    return do_until(lambda: window.choose(*path), condition, what, every=20)
-
-
-def open_dialog(desk, window, caption, *path):
-    find = lambda: desk.eyes.find(text=caption, **{"class": "#32770"})
-    choose_until(window, find, f'"{caption}" comes up', *path)
-    return desk.dialog(caption)
-
-
-def give_file(dialog, file):
-    """Types a file into a file dialog and accepts it."""
-    path = "Z:" + str(file).replace("/", "\\")
-    name = lambda: next((one for one in dialog.controls()
-                         if one["id"] == FILE_NAME and one["visible"]), {"text": ""})["text"]
-
-    def write():
-        dialog.key("alt+n", "ctrl+a")
-        dialog.type(path)
-
-    do_until(write, lambda: name() == path, "the file is typed")
-    dialog.close_by("Return")
 
 
 def test_exit_closes_the_window(desk):
