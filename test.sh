@@ -70,6 +70,9 @@ finish() {
 }
 
 mkdir -p build
+# Wine prefixes of this folder alone: what else was registered on this machine does not matter.
+export QUILLON_WINE_BASE=${QUILLON_WINE_BASE:-$PWD/build/wine/test}
+mkdir -p "$(dirname "$QUILLON_WINE_BASE")"
 if [ $native_only = yes ]; then scripts/setup.sh --native; else scripts/setup.sh; fi
 setup=$?
 # 3: no 32-bit Wine. The 64-bit half still says much, but the whole has not passed.
