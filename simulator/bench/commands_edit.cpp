@@ -1,60 +1,34 @@
 // The command that edits a value in the plug-in's own window.
 #include "commands.h"
+#include "dialog_driver.h"
 #include "editor_steps.h"
 #include "window_controls.h"
 //
 #include <commctrl.h>
 
-#include <set>
 #include <vector>
 
 namespace quorvex::bench::commands {
 namespace {
 
-BOOL CALLBACK NoteWindow(HWND window, LPARAM windows) {
-    reinterpret_cast<std::set<HWND>*>(windows)->insert(window);
-    return TRUE;
-}
-
-std::set<HWND> Windows() {
-    std::set<HWND> windows;
-    EnumThreadWindows(GetCurrentThreadId(), NoteWindow, reinterpret_cast<LPARAM>(&windows));
-    return windows;
-}
-
-std::wstring ClassOf(HWND window) {
-    wchar_t name[64] = {};
-    GetClassNameW(window, name, 64);
-    return name;
-}
-
-// A device's window, opened as the host opens it, and closed again at the end.
-class DeviceWindow {
+// A device's window, for as long as its value is edited.
+class EditedWindow {
 public:
-    explicit DeviceWindow(const Room& room) : m_device(room.device.As<IDeviceEx>()) {
-        const std::set<HWND> before = Windows();
-        IDispatch* owner = nullptr;
-        long rate = 25;
-        com::Check(m_device->ShowFocus(&owner, &rate));
-        for (const HWND window : Windows())
-            if (!before.contains(window) && FindWindowExW(window, nullptr, WC_TABCONTROLW, nullptr))
-                m_window = window;
-        if (!m_window) throw Failure{L"no new window of the device came up"};
-    }
-    DeviceWindow(const DeviceWindow&) = delete;
-    DeviceWindow& operator=(const DeviceWindow&) = delete;
-    // The splash first, then the window.
-    ~DeviceWindow() {
-        m_device->CloseFocus();
-        if (IsWindow(m_window)) SendMessageW(m_window, WM_CLOSE, 0, 0);
+    EditedWindow(DeviceWindows& windows, const Room& room)
+        : m_windows(windows), m_room(room), m_window(windows.Open(room)) {}
+    EditedWindow(const EditedWindow&) = delete;
+    EditedWindow& operator=(const EditedWindow&) = delete;
+    ~EditedWindow() {
+        m_windows.Close(m_room);
         PumpMessages();
     }
 
     HWND Get() const { return m_window; }
 
 private:
-    com::Ptr<IDeviceEx> m_device;
-    HWND m_window = nullptr;
+    DeviceWindows& m_windows;
+    const Room& m_room;
+    HWND m_window;
 };
 
 struct Row {
@@ -109,7 +83,7 @@ HWND RowToEdit(HWND window, const std::wstring& text) {
 
 void Edit(Session& session, const Words& words) {
     std::deque<Step> steps = ReadSteps({words.begin() + 3, words.end()});
-    const DeviceWindow window(session.GetHost().Find(words[0]));
+    const EditedWindow window(session.Windows(), session.GetHost().Find(words[0]));
     SelectTab(window.Get(), words[1]);
     HWND edited = ValueToEdit(window.Get(), words[2]);
     if (!edited) edited = RowToEdit(window.Get(), words[2]);

@@ -1,4 +1,6 @@
 #include "editor_steps.h"
+
+#include "dialog_driver.h"
 //
 #include <commctrl.h>
 
@@ -28,12 +30,6 @@ int KeyOf(const std::wstring& name) {
     for (const Key& key : kKeys)
         if (key.name == name) return key.code;
     throw Failure{L"\"" + name + L"\" is no key"};
-}
-
-std::wstring ClassOf(HWND window) {
-    wchar_t name[64] = {};
-    GetClassNameW(window, name, 64);
-    return name;
 }
 
 // A dialog that can be worked with: on top of its owner, and not below another.
