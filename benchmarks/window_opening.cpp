@@ -191,9 +191,9 @@ void MeasureWindowOpening(const Session& session, Table& table) {
         BareWindow window(room, settings.File());
         return Seconds([&] { window.Open(); });
     };
-    table.Add("opening a window with 500 rows",
-              "the same host and settings reads, the same bare controls and rows", 1.3,
-              Compare(kRounds, subject, floor), 1);
+    table.AddRatio("opening a window with 500 rows",
+                   "the same host and settings reads, the same bare controls and rows", 1.3,
+                   Compare(kRounds, subject, floor), 1);
 }
 
 }  // namespace quillon::benchmarks
