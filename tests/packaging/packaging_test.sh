@@ -4,13 +4,14 @@
 #   tests/packaging/packaging_test.sh           both bitnesses, after both presets have been built
 #   tests/packaging/packaging_test.sh i686      32 bit alone; or x86_64
 #
-# Wine finds no class that is registered for the user alone; of that registration the keys are checked.
+# All of it happens in a folder of its own below build/, which is removed at the end. Wine finds no class
+# that is registered for the user alone; of that registration the keys are checked.
 set -u
 cd "$(dirname "$0")/../.." || exit 1
 root=$PWD
 
-# Its name must not be that of the product: what is left in the registry is searched for that.
-work=$(mktemp -d /tmp/setup-test.XXXXXX)
+mkdir -p build
+work=$(mktemp -d "$root/build/packaging.XXXXXX")
 export HOME=$work/home QUILLON_WINE_BASE=$work/wine
 unset DISPLAY QUILLON_DISPLAY
 mkdir -p "$HOME"
@@ -32,16 +33,22 @@ ends_with() { # CODE PROGRAM ARGS...
     [ $result = "$1" ] || { echo "exit code $result of ${*:2}"; head -20 "$out"; return 1; }
 }
 # All programs of the prefix have ended and its registry is in its files.
-settled() { WINEPREFIX=$prefix wineserver -w </dev/null; }
+settled() { WINEPREFIX=$prefix timeout 300 wineserver -w </dev/null >/dev/null 2>&1; }
 flushed() {
     "$root/scripts/wine-run.sh" "$arch" stop
     settled
 }
+jobs=()
 leave() {
-    for arch in i686 x86_64; do "$root/scripts/wine-run.sh" $arch stop; done
+    for job in "${jobs[@]}"; do kill "$job" 2>/dev/null; done
+    for arch in i686 x86_64; do
+        prefix=$("$root/scripts/wine-run.sh" $arch prefix)
+        [ ! -d "$prefix" ] || flushed
+    done
     rm -rf "$work"
 }
 trap leave EXIT
+trap 'exit 1' INT TERM HUP
 
 # The classes whose server is the Quillon.dll in a folder of that name: registered_in FILE FOLDER. In the
 # files of the registry a backslash is two.
@@ -54,7 +61,9 @@ in_manifest() { grep -o 'clsid="[^"]*"' "$1" | cut -d'"' -f2 | sort; }
 same_classes() { # REGISTRY FOLDER MANIFEST
     [ -s "$3" ] && [ "$(registered_in "$1" "$2")" = "$(in_manifest "$3")" ]
 }
-names_us() { grep -qiE 'quillon|A930D55D-9545|142C8364-7806' "$@"; }
+# Wine's registry names folders of this machine, whose names may be the product's: those do not count.
+ours=$(printf '%s' "$root" | sed -E 's|[^/[:alnum:]]|.|g; s|/|[/\\\\]+|g')
+names_us() { cat "$@" | sed -E "s|$ours||gI" | grep -iE 'quillon|A930D55D-9545|142C8364-7806' >"$out.names" && head -5 "$out.names"; }
 has() { [ -f "$place/$1" ]; }
 holds() { grep -q "$1" "$2" 2>/dev/null; }
 left_over() { (cd "$place" && find . -type f | sort | tr '\n' ' ') 2>/dev/null; }
@@ -198,7 +207,6 @@ newer_installer || exit 1
 broken_installer || exit 1
 
 # Both at once: they share nothing but the installers, and mostly wait.
-jobs=()
 for arch in ${1:-i686 x86_64}; do
     one_bitness "$arch" >"$work/$arch.log" 2>&1 &
     jobs+=($!)
