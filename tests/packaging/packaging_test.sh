@@ -65,6 +65,11 @@ same_classes() { # REGISTRY FOLDER MANIFEST
 ours=$(printf '%s' "$root" | sed -E 's|[^/[:alnum:]]|.|g; s|/|[/\\\\]+|g')
 names_us() { cat "$@" | sed -E "s|$ours||gI" | grep -iE 'quillon|A930D55D-9545|142C8364-7806' >"$out.names" && head -5 "$out.names"; }
 has() { [ -f "$place/$1" ]; }
+in_start_menu() { # PATTERN...
+    local text pattern
+    text=$(find "$prefix/drive_c" -path '*/Start Menu/*/Quillon/*.lnk' -exec cat {} + | tr -d '\0')
+    for pattern in "$@"; do grep -aq -e "$pattern" <<<"$text" || return 1; done
+}
 holds() { grep -q "$1" "$2" 2>/dev/null; }
 left_over() { (cd "$place" && find . -type f | sort | tr '\n' ' ') 2>/dev/null; }
 
@@ -93,7 +98,8 @@ installed() {
         check "$folder: examples as delivered" has "$folder/examples/$untouched"
         [ ! -f build/package/stage/Quillon.chm ] || check "$folder: help" has "$folder/Quillon.chm"
     done
-    check "start menu" [ -n "$(find "$prefix/drive_c" -name 'Quillon demo.lnk')" ]
+    check "start menu: the bench by its manifest" in_start_menu 'demo\\bench\.exe' '--manifest demo\.manifest'
+    [ ! -f build/package/stage/Quillon.chm ] || check "start menu: the help" in_start_menu 'demo\\Quillon\.chm'
     check_not "no 64-bit plug-in on a 32-bit system" eval '[ $arch = i686 ] && has 64/Quillon.dll'
     flushed
     for folder in $folders; do
@@ -103,14 +109,21 @@ installed() {
     check_not "nothing is registered for the user" names_us "$prefix/user.reg"
 }
 
-# A registered host program loads the registered plug-in; what it changes beside it is the operator's.
+# A registered host program loads the registered plug-in of its bitness.
+used_by() { # FOLDER HOST REGSVR32
+    check "$1: the simulated host is registered" ends_with 0 "$3" /s "$2\\Quorvex.dll"
+    check "$1: export through the registered plug-in" ends_with 0 "$2\\bench.exe" export "Room 101" "C:\\room-$1.app"
+    check "$1: the exported file is there" holds '<Configuration>' "$prefix/drive_c/room-$1.app"
+    [ ! -f "$place/$1/Quillon.chm" ] || check "$1: its help opens" ends_with 0 "$2\\bench.exe" help "Room 101"
+    # What is changed beside the plug-in is the operator's.
+    [ "$1" != "$own" ] || check "settings are edited beside the installed plug-in" \
+        ends_with 0 "$2\\bench.exe" settings ForceCustomerID operator
+    check "$1: the simulated host is unregistered" ends_with 0 "$3" /s /u "$2\\Quorvex.dll"
+}
 used() {
-    check "the simulated host is registered" ends_with 0 regsvr32 /s "$bench\\Quorvex.dll"
-    check "export through the registered plug-in" ends_with 0 "$bench\\bench.exe" export "Room 101" 'C:\room101.app'
-    check "the exported file is there" holds '<Configuration>' "$prefix/drive_c/room101.app"
-    check "settings are edited beside the installed plug-in" ends_with 0 "$bench\\bench.exe" settings ForceCustomerID operator
-    check "they are those of the registered DLL" holds ForceCustomerID=operator "$place/$own/$edited"
-    check "the simulated host is unregistered" ends_with 0 regsvr32 /s /u "$bench\\Quorvex.dll"
+    used_by "$own" "$bench" regsvr32
+    [ "$own" = 32 ] || used_by 32 'C:\Program Files (x86)\Quillon\demo' 'C:\windows\syswow64\regsvr32.exe'
+    check "edited settings are those of the registered DLL" holds ForceCustomerID=operator "$place/$own/$edited"
 }
 
 registration_free() {
@@ -144,7 +157,7 @@ removed() {
     check "only the operator's files are left: $(left_over)" \
         [ "$(left_over)" = "./$own/0123456789AB.tca ./$own/$edited ./$own/$also_edited ./$own/room.app " ]
     check_not "no key is left" names_us "$prefix/system.reg" "$prefix/user.reg" "$prefix/userdef.reg"
-    check "nothing in the start menu" [ -z "$(find "$prefix/drive_c" -iname 'Quillon demo.lnk')" ]
+    check "nothing in the start menu" [ -z "$(find "$prefix/drive_c" -ipath '*Quillon*.lnk')" ]
     rm -rf "$place"
 }
 
@@ -163,6 +176,18 @@ for_the_user() {
     check "no file is left: $(left_over)" eval '[ -z "$(left_over)" ] || [ "$(left_over)" = "./uninstall.exe " ]'
     check_not "no key is left" names_us "$prefix/system.reg" "$prefix/user.reg"
     rm -rf "$place"
+}
+
+in_another_folder() {
+    place="$prefix/drive_c/Tools/Quillon"
+    check "installs in a folder of the operator's choice" ends_with 0 "$setup" /S '/D=C:\Tools\Quillon'
+    check "it is there" has "$own/Quillon.dll"
+    check "an upgrade finds it" ends_with 0 "$work/Quillon-2.1.15-setup.exe" /S
+    check "and renews it" holds 2.1.15 "$place/$own/$untouched"
+    check "uninstalls from there" ends_with 0 "$place/uninstall.exe" /S
+    settled
+    check_not "the folder is gone" [ -e "$place" ]
+    check_not "no key is left" names_us "$prefix/system.reg" "$prefix/user.reg"
 }
 
 broken_installed() {
@@ -194,6 +219,7 @@ one_bitness() { # ARCH
     upgraded
     removed
     for_the_user
+    in_another_folder
     flushed
     echo "packaging, $arch: $failed failed"
     [ $failed = 0 ]
