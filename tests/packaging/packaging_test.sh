@@ -71,7 +71,7 @@ in_start_menu() { # PATTERN...
     for pattern in "$@"; do grep -aq -e "$pattern" <<<"$text" || return 1; done
 }
 holds() { grep -q "$1" "$2" 2>/dev/null; }
-left_over() { (cd "$place" && find . -type f | sort | tr '\n' ' ') 2>/dev/null; }
+left_over() { (cd "$place" && find . -type f | LC_ALL=C sort | tr '\n' ' ') 2>/dev/null; }
 
 # An example that is edited here, and one that nobody edits. The bench writes settings of every program
 # ID of its network.
@@ -134,7 +134,7 @@ registration_free() {
 }
 
 upgraded() {
-    touch "$place/$own/0123456789AB.tca" "$place/$own/room.app"
+    touch "$place/$own/0123456789AB.tca" "$place/$own/room.app" "$place/$own/examples/mine.ini"
     # Like a DLL that a host has loaded, a folder cannot be opened for writing.
     mv "$place/$own/Quillon.dll" "$work/$arch.dll"
     mkdir "$place/$own/Quillon.dll"
@@ -155,7 +155,7 @@ removed() {
     check "uninstalls silently" ends_with 0 "$place/uninstall.exe" /S
     settled
     check "only the operator's files are left: $(left_over)" \
-        [ "$(left_over)" = "./$own/0123456789AB.tca ./$own/$edited ./$own/$also_edited ./$own/room.app " ]
+        [ "$(left_over)" = "$(printf "./$own/%s " 0123456789AB.tca "$edited" "$also_edited" examples/mine.ini room.app)" ]
     check_not "no key is left" names_us "$prefix/system.reg" "$prefix/user.reg" "$prefix/userdef.reg"
     check "nothing in the start menu" [ -z "$(find "$prefix/drive_c" -ipath '*Quillon*.lnk')" ]
     rm -rf "$place"
