@@ -64,6 +64,8 @@ same_classes() { # REGISTRY FOLDER MANIFEST
 # Wine's registry names folders of this machine, whose names may be the product's: those do not count.
 ours=$(printf '%s' "$root" | sed -E 's|[^/[:alnum:]]|.|g; s|/|[/\\\\]+|g')
 names_us() { cat "$@" | sed -E "s|$ours||gI" | grep -iE 'quillon|A930D55D-9545|142C8364-7806' >"$out.names" && head -5 "$out.names"; }
+keys() { cat "$prefix"/*.reg | grep '^\[' | sed 's/\] .*/]/' | LC_ALL=C sort; }
+same_keys() { keys | diff "$1" -; }
 has() { [ -f "$place/$1" ]; }
 in_start_menu() { # PATTERN...
     local text pattern
@@ -180,6 +182,7 @@ for_the_user() {
 
 in_another_folder() {
     place="$prefix/drive_c/Tools/Quillon"
+    keys >"$out.keys"
     check "installs in a folder of the operator's choice" ends_with 0 "$setup" /S '/D=C:\Tools\Quillon'
     check "it is there" has "$own/Quillon.dll"
     check "an upgrade finds it" ends_with 0 "$work/Quillon-2.1.15-setup.exe" /S
@@ -187,7 +190,7 @@ in_another_folder() {
     check "uninstalls from there" ends_with 0 "$place/uninstall.exe" /S
     settled
     check_not "the folder is gone" [ -e "$place" ]
-    check_not "no key is left" names_us "$prefix/system.reg" "$prefix/user.reg"
+    check "the registry has the keys that it had before" same_keys "$out.keys"
 }
 
 broken_installed() {
