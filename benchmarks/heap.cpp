@@ -1,8 +1,6 @@
 #include "heap.h"
 
 #include <windows.h>
-//
-#include <psapi.h>
 
 #include <vector>
 
@@ -26,12 +24,19 @@ void AddHeap(HANDLE heap, Memory& memory) {
     if (ended != ERROR_NO_MORE_ITEMS) throw com::Error(HRESULT_FROM_WIN32(ended));
 }
 
+// By the process's own map, for the process's counters hold what an emulating system needs as well.
 std::size_t PrivateBytes() {
-    PROCESS_MEMORY_COUNTERS counters{};
-    counters.cb = sizeof counters;
-    if (!GetProcessMemoryInfo(GetCurrentProcess(), &counters, sizeof counters))
-        throw com::Error(HRESULT_FROM_WIN32(GetLastError()));
-    return counters.PagefileUsage;
+    std::size_t bytes = 0;
+    SYSTEM_INFO system{};
+    GetSystemInfo(&system);
+    const char* place = static_cast<const char*>(system.lpMinimumApplicationAddress);
+    MEMORY_BASIC_INFORMATION region{};
+    while (place < system.lpMaximumApplicationAddress &&
+           VirtualQuery(place, &region, sizeof region) != 0) {
+        if (region.State == MEM_COMMIT && region.Type == MEM_PRIVATE) bytes += region.RegionSize;
+        place = static_cast<const char*>(region.BaseAddress) + region.RegionSize;
+    }
+    return bytes;
 }
 
 }  // namespace

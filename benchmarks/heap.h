@@ -6,9 +6,9 @@
 namespace quillon::benchmarks {
 
 struct Memory {
-    std::size_t heapBytes = 0;   // of the blocks in use in all heaps
-    std::size_t heapBlocks = 0;  // how many these are
-    std::size_t privateBytes = 0;
+    std::size_t heapBytes = 0;     // of the blocks in use in all heaps
+    std::size_t heapBlocks = 0;    // how many these are
+    std::size_t privateBytes = 0;  // committed, of this process alone
 };
 
 // Throws com::Error when a heap cannot be walked.
