@@ -87,6 +87,8 @@ private:
     void MoveTab(int direction);
     void HideTab(int tab);
     void OnSize();
+    void LimitSize(MINMAXINFO& info) const;
+    std::optional<INT_PTR> ColorState(HWND control, HDC context);
     void SetCaptionAndIcon(const std::wstring& caption, bool failure);
     Page& PageAt(int tab) { return *m_pages[static_cast<std::size_t>(tab)]; }
     RowList* ListOf(HWND control);
