@@ -213,7 +213,7 @@ void ChangeListedValues(Stage& stage) {
     ChangeToldValue(stage);
 }
 
-constexpr Operation kOperations[] = {
+constexpr Operation kDeviceOperations[] = {
     {.name = "object made", .run = MakeObject},
     {.name = "registration", .run = RegisterAndUnregister},
     {.name = "identity and inputs", .quiet = true, .run = ReadEverything},
@@ -252,7 +252,7 @@ constexpr Operation kOperations[] = {
 }  // namespace
 
 std::span<const Operation> DeviceOperations() {
-    return kOperations;
+    return kDeviceOperations;
 }
 
 }  // namespace quillon::test
