@@ -1,0 +1,41 @@
+// What this process holds, and how that changes over a day.
+#pragma once
+
+#include <cstddef>
+#include <string>
+#include <vector>
+
+#include "window/gui_objects.h"
+
+namespace quillon::test {
+
+struct Resources {
+    std::size_t heap = 0;          // bytes in use in all heaps
+    std::size_t privateBytes = 0;  // as the system counts them
+    unsigned long handles = 0;
+    GuiObjects gui;
+};
+
+Resources CountResources();
+
+class ResourceCurve {
+public:
+    void Add(double partOfDay);
+    // All but the private bytes of the last fifth are what those around the middle are, within the
+    // allowance.
+    void ExpectFlat() const;
+    void Print() const;
+
+private:
+    struct Sample {
+        double partOfDay = 0;
+        Resources resources;
+    };
+    // The mean of what lies between two parts of the day.
+    template <class Field>
+    double Mean(double from, double to, Field field) const;
+
+    std::vector<Sample> m_samples;
+};
+
+}  // namespace quillon::test
