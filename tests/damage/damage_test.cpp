@@ -18,14 +18,15 @@ struct Share {
     const char* extension;
     std::uint32_t sample;
     std::uint32_t full;
+    std::uint32_t goodEvery;  // a good file after so many damaged ones
 };
 
 // By FileKind.
-constexpr std::array<Share, 5> kShares{{{"application", ".app", 90, 6000},
-                                        {"parameters", ".cps", 60, 4000},
-                                        {"calibration", ".tca", 60, 4000},
-                                        {"settings", ".ini", 45, 3000},
-                                        {"label", ".zpl", 45, 3000}}};
+constexpr std::array<Share, 5> kShares{{{"application", ".app", 110, 7000, 1},
+                                        {"parameters", ".cps", 50, 3500, 1},
+                                        {"calibration", ".tca", 75, 5000, 1},
+                                        {"settings", ".ini", 25, 1500, 12},
+                                        {"label", ".zpl", 40, 3000, 1}}};
 // So many failing files tell enough.
 constexpr int kMostFailing = 5;
 
@@ -98,7 +99,7 @@ void DamageTest::RunOne(FileKind kind, const std::string& seed, std::uint32_t nu
         Random random(number);
         const std::string outcome = Take(damaged.bytes, random);
         CountDamaged(share.extension, damaged.mutation, outcome);
-        ExpectGoodWorks();
+        if (number % share.goodEvery == 0) ExpectGoodWorks();
     }
     if (Failures() == before) DeleteFileW(kept.c_str());
 }

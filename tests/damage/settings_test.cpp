@@ -1,4 +1,6 @@
 // Damaged settings files, met by the device window.
+#include "com/platform.h"
+//
 #include <commctrl.h>
 
 #include "damage/damage_test.h"

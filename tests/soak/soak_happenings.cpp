@@ -1,4 +1,6 @@
 // What the network and the operator do besides.
+#include "com/platform.h"
+//
 #include <commctrl.h>
 
 #include "com/late.h"
@@ -63,10 +65,8 @@ std::wstring SoakTest::NewSetpoint() {
 }
 
 com::Ptr<IDispatch> SoakTest::SetpointOf(const Desk& desk) {
-    const auto device = HostDevice(desk.room->neuron);
-    Host().Record(false);
     com::Ptr<IDispatch> points;
-    com::Check(device->get_NetworkVariables(points.Out()));
+    com::Check(desk.host->get_NetworkVariables(points.Out()));
     return com::Get(points.Get(), L"Item", {com::Variant(std::to_wstring(kSetpoint))}).AsObject();
 }
 
@@ -88,9 +88,7 @@ void SoakTest::TellPoint(Desk& desk) {
 void SoakTest::TellName(Desk& desk) {
     if (!desk.Answers()) return;
     const std::wstring name = L"Room " + std::to_wstring(m_random.Below(100000));
-    const auto device = HostDevice(desk.room->neuron);
-    Host().Record(false);
-    EXPECT_EQ(device->put_Name(com::Bstr(name).Get()), S_OK);
+    EXPECT_EQ(desk.host->put_Name(com::Bstr(name).Get()), S_OK);
     com::Bstr told(name);
     long reason = 0;
     EXPECT_EQ(desk.room->device->ChangedName(told.InOut(), &reason), S_OK);

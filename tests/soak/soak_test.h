@@ -17,6 +17,7 @@ namespace quillon::test {
 // A device with its window, and what its operator and the network do to it now.
 struct Desk {
     Room* room = nullptr;
+    com::Ptr<IDevice> host;  // the host's own object of the device
     HWND window = nullptr;
     const wchar_t* tab = nullptr;
     long silentUntil = 0;  // in tenths of a second; 0: it answers

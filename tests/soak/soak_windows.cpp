@@ -64,6 +64,7 @@ void SoakTest::SetUp() {
     m_gap = std::make_unique<PumpGap>(GetModuleHandleW(Plugin().Path().c_str()));
     for (std::size_t place = 0; place < kWindows; ++place) {
         m_desks[place].room = &AddRoom(Wide(NeuronOf(place)));
+        m_desks[place].host = HostDevice(Wide(NeuronOf(place)));
         OpenWindow(m_desks[place]);
     }
     Host().Record(false);
@@ -75,6 +76,7 @@ void SoakTest::TearDown() {
     CloseAllWindows();
     Host().Restore();
     m_gap.reset();
+    for (Desk& desk : m_desks) desk.host.Reset();
     HostTest::TearDown();
 }
 
