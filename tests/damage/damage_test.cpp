@@ -22,11 +22,11 @@ struct Share {
 };
 
 // By FileKind.
-constexpr std::array<Share, 5> kShares{{{"application", ".app", 110, 7000, 1},
-                                        {"parameters", ".cps", 50, 3500, 1},
-                                        {"calibration", ".tca", 75, 5000, 1},
-                                        {"settings", ".ini", 25, 1500, 12},
-                                        {"label", ".zpl", 40, 3000, 1}}};
+constexpr std::array<Share, 5> kShares{{{"application", ".app", 110, 7500, 4},
+                                        {"parameters", ".cps", 50, 3500, 4},
+                                        {"calibration", ".tca", 75, 5000, 4},
+                                        {"settings", ".ini", 25, 1000, 12},
+                                        {"label", ".zpl", 40, 3000, 4}}};
 // So many failing files tell enough.
 constexpr int kMostFailing = 5;
 

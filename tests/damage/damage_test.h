@@ -14,8 +14,8 @@ class DamageTest : public HostTest {
 protected:
     void SetUp() override;
 
-    // As many damaged files as the run is for, each followed by the proof that nothing has stayed
-    // of it. A file that fails is left beside this program, as is one that ends it.
+    // As many damaged files as the run is for, and good ones in between, which prove that nothing
+    // has stayed. A file that fails is left beside this program, as is one that ends it.
     void RunAll(FileKind kind, const std::vector<std::string>& seeds);
 
     // Lets the plug-in take the file and judges what it does; gives the outcome in words.

@@ -1,5 +1,6 @@
 #include "soak/pump_gap.h"
 
+#include <algorithm>
 #include <cstdio>
 #include <map>
 #include <string>
@@ -23,9 +24,9 @@ LONGLONG Now() {
 }
 
 void EndGap() {
+    if (g_last == 0) return;
     LONGLONG& longest = g_longest[g_work];
-    const LONGLONG gap = Now() - g_last;
-    if (g_last != 0 && gap > longest) longest = gap;
+    longest = std::max(longest, Now() - g_last);
 }
 
 BOOL WINAPI Peek(LPMSG message, HWND window, UINT first, UINT last, UINT remove) {

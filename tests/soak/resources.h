@@ -11,8 +11,8 @@ namespace quillon::test {
 
 struct Resources {
     std::size_t heap = 0;          // bytes in use in all heaps
-    std::size_t privateBytes = 0;  // as the system counts them
-    unsigned long handles = 0;
+    std::size_t privateBytes = 0;  // in committed pages
+    int handles = 0;
     GuiObjects gui;
 };
 
@@ -21,8 +21,7 @@ Resources CountResources();
 class ResourceCurve {
 public:
     void Add(double partOfDay);
-    // All but the private bytes of the last fifth are what those around the middle are, within the
-    // allowance.
+    // All but the private bytes are at the end what they are in the middle, within an allowance.
     void ExpectFlat() const;
     void Print() const;
 

@@ -5,8 +5,7 @@ namespace quillon::test {
 namespace {
 
 constexpr long kDay = 864'000;  // tenths of a second
-constexpr long kSample = 12'000;
-constexpr long kSamples = 20;
+constexpr long kPart = 5'000;
 
 bool WholeDay() {
     wchar_t value[8];
@@ -16,11 +15,12 @@ bool WholeDay() {
 class Soak : public SoakTest {};
 
 TEST_F(Soak, NothingGrowsAndNoEventIsLost) {
-    const long end = WholeDay() ? kDay : kSample;
+    const long end = WholeDay() ? kDay : kPart;
+    const long between = end / (WholeDay() ? 40 : 10);
     ResourceCurve curve;
     for (long tenth = 0; tenth < end; ++tenth) {
         Pass(tenth);
-        if ((tenth + 1) % (end / kSamples) != 0) continue;
+        if ((tenth + 1) % between != 0) continue;
         CalmAll();
         ExpectCurrent();
         Gap().Forget();

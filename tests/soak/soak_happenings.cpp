@@ -48,12 +48,12 @@ const std::array<SoakTest::Happening, 9> SoakTest::kHappenings{{
     {"a value told", 30, &SoakTest::TellPoint},
     {"a name told", 300, &SoakTest::TellName},
     {"a device falls silent", 600, &SoakTest::FallSilent},
-    {"a plug pulled", 1500, &SoakTest::PullPlug},
+    {"a plug pulled", 1000, &SoakTest::PullPlug},
     {"another tab", 400, &SoakTest::ChangeTab},
-    {"an edit", 2000, &SoakTest::EditValue},
-    {"an export", 5000, &SoakTest::ExportDevice},
-    {"lists read again", 3000, &SoakTest::ReadAgain},
-    {"a window closed", 7000, &SoakTest::CloseAndOpen},
+    {"an edit", 900, &SoakTest::EditValue},
+    {"an export", 1500, &SoakTest::ExportDevice},
+    {"lists read again", 1500, &SoakTest::ReadAgain},
+    {"a window closed", 2000, &SoakTest::CloseAndOpen},
 }};
 // clang-format on
 
