@@ -86,9 +86,9 @@ void MeasureDownload(const Session& session, Table& table) {
     RequireWrites(session);
     floor();
     RequireWrites(session);
-    table.Add("writing 20,000 NC values in a download, a value",
-              "the same host look-ups and writes in a bare loop", 1.2,
-              Compare(kRounds, subject, floor), kPoints);
+    table.AddRatio("writing 20,000 NC values in a download, a value",
+                   "the same host look-ups and writes in a bare loop", 1.2,
+                   Compare(kRounds, subject, floor), kPoints);
 }
 
 }  // namespace quillon::benchmarks

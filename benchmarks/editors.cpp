@@ -9,6 +9,8 @@
 #include "com/error.h"
 #include "com/text.h"
 #include "com/variant.h"
+#include "device_window.h"
+#include "editors/editors_resource.h"
 
 namespace quillon::benchmarks {
 
@@ -31,17 +33,19 @@ std::wstring LongList() {
 double FillBareBox() {
     std::vector<std::wstring> labels;
     for (int code = 0; code < kEntries; ++code) labels.push_back(L"Entry " + std::to_wstring(code));
-    return Seconds([&] {
-        const HWND owner = CreateWindowExW(0, L"STATIC", L"", WS_POPUP, 0, 0, 300, 100, nullptr,
-                                           nullptr, nullptr, nullptr);
+    HWND owner = nullptr;
+    const double seconds = Seconds([&] {
+        owner = CreateWindowExW(0, L"STATIC", L"", WS_POPUP, 0, 0, 300, 100, nullptr, nullptr,
+                                nullptr, nullptr);
         const HWND box = CreateWindowExW(0, WC_COMBOBOXW, L"",
                                          WS_CHILD | WS_VISIBLE | WS_VSCROLL | CBS_DROPDOWNLIST, 0,
                                          0, 300, 200, owner, nullptr, nullptr, nullptr);
         for (const std::wstring& label : labels)
             SendMessageW(box, CB_ADDSTRING, 0, reinterpret_cast<LPARAM>(label.c_str()));
         ShowWindow(owner, SW_SHOW);
-        DestroyWindow(owner);
     });
+    DestroyWindow(owner);
+    return seconds;
 }
 
 struct Search {
@@ -67,11 +71,14 @@ BOOL CALLBACK FindTabs(HWND window, LPARAM found) {
     return FALSE;
 }
 
-// When the editor was seen first, and the calls it had made by then.
+// When the editor was seen first, and the calls it had made by then and made while keys were
+// pressed in it.
 struct Opening {
     double seen = 0;
     const Session* session = nullptr;
     std::vector<long> calls;
+    long callsByKeys = 0;
+    bool obeysKeys = false;
 };
 Opening* g_opening = nullptr;
 
@@ -98,6 +105,32 @@ std::vector<long> CallsOf(const Session& session) {
     return calls;
 }
 
+std::wstring Shown(HWND control) {
+    wchar_t text[128] = {};
+    GetWindowTextW(control, text, 128);
+    return text;
+}
+
+// Keys that change the value, and others that move in it. True when they did change it.
+bool PressKeys(HWND editor) {
+    HWND box = GetDlgItem(editor, IDC_TXTNEWCPVALUE);
+    if (!box) box = GetDlgItem(editor, IDC_CBOENUM);
+    SetFocus(box);
+    std::wstring shown = Shown(box);
+    bool changed = false;
+    for (const WPARAM key : {VK_END, VK_UP, VK_DOWN, VK_DOWN, VK_LEFT, VK_RIGHT}) {
+        SendMessageW(box, WM_KEYDOWN, key, 1);
+        changed = changed || Shown(box) != shown;
+        shown = Shown(box);
+    }
+    for (const wchar_t character : {L'\b', L'1', L'\b'}) {
+        SendMessageW(box, WM_CHAR, character, 1);
+        changed = changed || Shown(box) != shown;
+        shown = Shown(box);
+    }
+    return changed;
+}
+
 void CALLBACK LookForEditor(HWND, UINT, UINT_PTR, DWORD) noexcept {
     Search search{L"#32770"};
     EnumThreadWindows(GetCurrentThreadId(), FindVisible, reinterpret_cast<LPARAM>(&search));
@@ -106,6 +139,9 @@ void CALLBACK LookForEditor(HWND, UINT, UINT_PTR, DWORD) noexcept {
     g_opening->seen = Now();
     try {
         g_opening->calls = CallsOf(*g_opening->session);
+        const long before = AllCalls(*g_opening->session);
+        g_opening->obeysKeys = PressKeys(search.found);
+        g_opening->callsByKeys = AllCalls(*g_opening->session) - before;
     } catch (...) {
         g_opening->calls.clear();
     }
@@ -156,11 +192,11 @@ public:
         KillTimer(nullptr, timer);
         g_opening = nullptr;
         if (opening.seen == 0) throw std::runtime_error("no editor came up");
-        m_calls = std::move(opening.calls);
-        return opening.seen - start;
+        const double seconds = opening.seen - start;
+        m_last = std::move(opening);
+        return seconds;
     }
-    // What the last opening asked the host.
-    const std::vector<long>& Calls() const { return m_calls; }
+    const Opening& Last() const { return m_last; }
 
 private:
     void ShowTabWithRows() {
@@ -184,7 +220,7 @@ private:
     com::Ptr<IDeviceEx> m_device;
     HWND m_window = nullptr;
     HWND m_list = nullptr;
-    std::vector<long> m_calls;
+    Opening m_last;
 };
 
 void WriteSettings(const Session& session, const Room& room) {
@@ -194,17 +230,28 @@ void WriteSettings(const Session& session, const Room& room) {
         << "[CommissioningCPs]\r\n0=0\r\n";
 }
 
-// The calls of one opening by kind; a member asked twice is one too many.
-void AddCalls(Table& table, const char* kind, const std::vector<long>& calls) {
+// How often an opening asked, and keys asked; a member asked twice is one too many.
+void AddCalls(Table& table, const std::string& kind, const Opening& opening) {
+    if (!opening.obeysKeys) throw std::runtime_error("an editor takes no keys");
     long all = 0;
-    long twice = 0;
-    for (const long count : calls) {
+    int twice = 0;
+    for (const long count : opening.calls) {
         all += count;
         if (count > 1) ++twice;
     }
-    table.Add(std::string("Editor: opening ") + kind, "host calls", std::to_string(all),
-              "no member twice", twice == 0 && all > 0,
-              std::to_string(twice) + " members asked more than once");
+    if (all == 0) throw std::runtime_error("an editor asked nothing");
+    table.Add({"members asked twice by opening the editor of " + kind,
+               "",
+               {static_cast<double>(twice)},
+               "",
+               0,
+               std::to_string(all) + " host calls"});
+    table.Add({"host calls of nine keys pressed in it",
+               kind,
+               {static_cast<double>(opening.callsByKeys)},
+               "",
+               0,
+               ""});
 }
 
 }  // namespace
@@ -217,18 +264,20 @@ void MeasureEditors(const Session& session, Table& table) {
         com::Check(host.Answer(com::Bstr(member).Get(), com::Variant(std::wstring_view(text))));
     };
     EditedRow row(session, room);
+    answer(L"Type.EnumDesc.get", L"0,Off;1,On;2,Auto;");
     for (const auto& [type, kind] : {std::pair{L"SignedNumeric", "a number"},
                                      {L"Float", "a real number"},
                                      {L"Textual", "a text"},
                                      {L"Enum", "an enumeration"}}) {
         answer(L"Type.GenType.get", type);
         row.Edit();
-        AddCalls(table, kind, row.Calls());
+        AddCalls(table, kind, row.Last());
     }
     answer(L"Type.EnumDesc.get", LongList());
     const Comparison measured = Compare(
         kRounds, [&] { return row.Edit(); }, FillBareBox);
-    table.Add("Enumeration of 10,000 entries opens", "bare list box filled", 1.5, measured, 1);
+    table.AddRatio("opening the editor of an enumeration with 10,000 entries",
+                   "filling a bare list box with as many", 1.5, measured, 1);
     com::Check(host.Restore());
 }
 

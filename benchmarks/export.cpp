@@ -209,9 +209,9 @@ void MeasureExport(const Session& session, Table& table) {
         throw std::runtime_error("the export and the bare calls read the host differently");
     if (ContentOf((session.Folder() / L"subject.app").native()) != ContentOf(bareFile))
         throw std::runtime_error("the export and the bare calls wrote different documents");
-    table.Add("export of 20,000 points, a point",
-              "the same host reads, building and saving the same document", 1.2,
-              Compare(kRounds, subject, floor), 2 * kPoints);
+    table.AddRatio("export of 20,000 points, a point",
+                   "the same host reads, building and saving the same document", 1.2,
+                   Compare(kRounds, subject, floor), 2 * kPoints);
 }
 
 }  // namespace quillon::benchmarks

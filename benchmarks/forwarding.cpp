@@ -56,7 +56,7 @@ Comparison CompareCalls(const Room& room, int calls, F&& call) {
 
 void AddDispatch(const Room& room, Table& table, const char* what, const wchar_t* member) {
     const DISPID id = IdOf(room.bare.Get(), member);
-    table.Add(
+    table.AddRatio(
         what, "IDispatch on the host's device", 1.3,
         CompareCalls(room, kDispatchCalls, [id](IDevice* device) { ReadByDispatch(device, id); }),
         kDispatchCalls);
@@ -67,8 +67,8 @@ void AddDispatch(const Room& room, Table& table, const char* what, const wchar_t
 void MeasureForwarding(const Session& session, Table& table) {
     const Room room = session.OpenRoom({.variables = 40, .properties = 30});
     const auto direct = [&](const char* what, double limit, auto call) {
-        table.Add(what, "the same call on the host's device", limit,
-                  CompareCalls(room, kDirectCalls, call), kDirectCalls);
+        table.AddRatio(what, "the same call on the host's device", limit,
+                       CompareCalls(room, kDirectCalls, call), kDirectCalls);
     };
     direct("a forwarded number (vtable)", 2.2, ReadNumber);
     direct("a forwarded text (vtable)", 1.3, ReadText);

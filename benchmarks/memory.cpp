@@ -9,7 +9,7 @@ namespace {
 constexpr int kPoints = 500;  // of each of the two kinds
 constexpr int kFirst = 10;
 constexpr int kLast = 100;
-constexpr double kLimit = 1.0;  // percent
+constexpr double kMostPercent = 1;
 
 // A device made and bound, a file loaded into a profile, everything let go of.
 void Round(const Session& session, const Room& room, const std::wstring& file) {
@@ -27,9 +27,12 @@ std::string Kilobytes(std::size_t bytes) {
 
 void AddRow(Table& table, const char* what, std::size_t before, std::size_t after,
             const std::string& remark) {
-    const double growth = Growth(before, after);
-    table.Add(what, "after 10", (growth < 0 ? "" : "+ ") + Decimals(growth, 2) + " %", "+ 1 %",
-              growth <= kLimit, Kilobytes(before) + " to " + Kilobytes(after) + remark);
+    table.Add({what,
+               "after 10",
+               {Growth(before, after)},
+               "% more",
+               kMostPercent,
+               Kilobytes(before) + " to " + Kilobytes(after) + remark});
 }
 
 }  // namespace

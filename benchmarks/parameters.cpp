@@ -14,6 +14,9 @@ namespace {
 
 constexpr int kRounds = 9;
 constexpr int kEntries = 5'000;
+// The system looks for every key from the start of the file, so that reading them all takes many
+// seconds. Reading every 20th, spread evenly, tells as much.
+constexpr int kStride = 20;
 
 std::string FileOfParameters() {
     std::string text = "[GEN_INFO]\r\nProgramId=9FFFFF0512040410\r\n\r\n[NCIs]\r\nTotalNumber=" +
@@ -57,18 +60,19 @@ double SecondsOfSubject(const std::wstring& file) {
     return seconds;
 }
 
+// Of reading all keys, by those of every 20th entry.
 double SecondsOfFloor(const std::wstring& file) {
     std::size_t characters = 0;
     const double seconds = Seconds([&] {
-        for (int n = 0; n < kEntries; ++n) {
+        for (int n = kStride / 2; n < kEntries; n += kStride) {
             const std::wstring section = L"NCI_" + std::to_wstring(n);
             for (const wchar_t* key : {L"Index", L"Value", L"Name", L"Mark"})
                 characters += ReadIniValue(file, section, key).size();
         }
     });
-    if (characters < std::size_t{kEntries} * 4)
-        throw std::runtime_error("the file was not read whole");
-    return seconds;
+    if (characters < std::size_t{kEntries} / kStride * 4)
+        throw std::runtime_error("the file was not read");
+    return seconds * kStride;
 }
 
 }  // namespace
@@ -77,9 +81,9 @@ void MeasureParameters(const Session& session, Table& table) {
     const std::wstring file = (session.Folder() / L"parameters.cps").wstring();
     if (!WriteWholeFile(file, FileOfParameters()))
         throw std::runtime_error("the parameter file could not be written");
-    table.Add(
+    table.AddRatio(
         "opening the parameter dialog with 5,000 entries, an entry",
-        "reading the keys of the same entries one by one", 1.3,
+        "reading the keys of the same entries one by one, by every 20th of them", 1.3,
         Compare(
             kRounds, [&] { return SecondsOfSubject(file); }, [&] { return SecondsOfFloor(file); }),
         kEntries);

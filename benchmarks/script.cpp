@@ -124,18 +124,18 @@ void MeasureScript(const Session& session, Table& table) {
     if (RunToEnd("export", saving).seconds <= 0 || Content(own) != Content(scripts))
         Refuse("it wrote a different document");
     if (RunToEnd("load", loading).characters == 0) Refuse("it read no text");
-    table.Add(
+    table.AddRatio(
         "export of 1,000 points, a point", "a script that writes the same file by MSXML", 1,
         Compare(
             kRounds, [&] { return Seconds([&] { session.ExportApplication(room, L"own.app"); }); },
             [&] { return RunToEnd("export", saving).seconds; }),
         2 * kPoints);
-    table.Add("`FriendSet` on 1,000 points, a point", "a script that loads the same file by MSXML",
-              1,
-              Compare(
-                  kRounds, [&] { return SecondsOfLoading(session, room, own); },
-                  [&] { return RunToEnd("load", loading).seconds; }),
-              2 * kPoints);
+    table.AddRatio("`FriendSet` on 1,000 points, a point",
+                   "a script that loads the same file by MSXML", 1,
+                   Compare(
+                       kRounds, [&] { return SecondsOfLoading(session, room, own); },
+                       [&] { return RunToEnd("load", loading).seconds; }),
+                   2 * kPoints);
 }
 
 }  // namespace quillon::benchmarks

@@ -1,6 +1,7 @@
-// The table of results, in Markdown.
+// The figures of all measures, in Markdown.
 #pragma once
 
+#include <optional>
 #include <string>
 #include <utility>
 #include <vector>
@@ -9,38 +10,37 @@
 
 namespace quillon::benchmarks {
 
+// One row: what was measured, and what scripts/benchmark_tables.py needs to judge it.
+struct Figure {
+    std::string what;
+    std::string against;
+    std::vector<double> samples;  // kSamples of what is timed, one of what is counted
+    std::string unit;             // "×", "ms", "µs", "%", "KB"; empty for a count
+    std::optional<double> limit;  // the most that is allowed
+    std::string detail;
+};
+
 class Table {
 public:
-    // A ratio, with its limit and the two times. It holds unless it breaks the limit by more than
-    // three deviations. A time is given for one of `pieces` equal pieces: the calls of a batch, the
-    // points of a file.
-    void Add(std::string what, std::string against, double limit, const Comparison& measured,
-             int pieces);
-    // Any other figure, in words; `holds` tells whether it keeps within the limit.
-    void Add(std::string what, std::string against, std::string measured, std::string limit,
-             bool holds, std::string remark);
+    void Add(Figure figure) { m_figures.push_back(std::move(figure)); }
+    // The ratios of a comparison, with its two times as detail: each for one of `pieces` equal
+    // pieces, the calls of a batch or the points of a file.
+    void AddRatio(std::string what, std::string against, double limit, const Comparison& measured,
+                  int pieces);
 
     // A table of another kind, in Markdown, printed behind this one.
     void AddPart(std::string text) { m_parts.push_back(std::move(text)); }
 
     std::string Text() const;
-    // Whether every row keeps within its limit.
-    bool Holds() const;
 
 private:
-    struct Row {
-        std::string what;
-        std::string against;
-        std::string measured;
-        std::string limit;
-        bool holds;
-        std::string remark;
-    };
-    std::vector<Row> m_rows;
+    std::vector<Figure> m_figures;
     std::vector<std::string> m_parts;
 };
 
 // "1.27"; the locale has no say.
 std::string Decimals(double number, int digits);
+// Three digits in the unit that suits.
+std::string TimeText(double seconds);
 
 }  // namespace quillon::benchmarks

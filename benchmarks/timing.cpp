@@ -3,7 +3,6 @@
 #include <windows.h>
 
 #include <algorithm>
-#include <cmath>
 #include <cstddef>
 #include <utility>
 
@@ -15,11 +14,6 @@ double Frequency() {
     LARGE_INTEGER frequency;
     QueryPerformanceFrequency(&frequency);
     return static_cast<double>(frequency.QuadPart);
-}
-
-double DeviationFrom(double middle, std::vector<double> values) {
-    for (double& value : values) value = std::fabs(value - middle);
-    return Median(std::move(values));
 }
 
 }  // namespace
@@ -43,20 +37,23 @@ Comparison Compare(int rounds, const std::function<double()>& subject,
     floor();
     std::vector<double> subjects;
     std::vector<double> floors;
-    std::vector<double> samples;
+    Comparison measured;
     const int roundsOfSample = (rounds + kSamples - 1) / kSamples;
     for (int sample = 0; sample < kSamples; ++sample) {
         std::vector<double> ratios;
+        std::vector<double> differences;
         for (int round = 0; round < roundsOfSample; ++round) {
             subjects.push_back(subject());
             floors.push_back(floor());
             ratios.push_back(subjects.back() / floors.back());
+            differences.push_back(subjects.back() - floors.back());
         }
-        samples.push_back(Median(std::move(ratios)));
+        measured.ratios.push_back(Median(std::move(ratios)));
+        measured.differences.push_back(Median(std::move(differences)));
     }
-    const double ratio = Median(samples);
-    return {Median(std::move(subjects)), Median(std::move(floors)), ratio,
-            DeviationFrom(ratio, std::move(samples))};
+    measured.subject = Median(std::move(subjects));
+    measured.floor = Median(std::move(floors));
+    return measured;
 }
 
 }  // namespace quillon::benchmarks

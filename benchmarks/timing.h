@@ -21,19 +21,16 @@ double Seconds(F&& run) {
 // must be at least one.
 double Median(std::vector<double> values);
 
-// How many ratios each comparison rests on.
+// How many samples each timed figure rests on.
 inline constexpr int kSamples = 9;
 
-// What the rounds gave. A sample is the median of the ratios within some rounds, which a machine
-// that grows slower meanwhile does not shift; the ratio is the median of the samples.
+// What the rounds gave: kSamples ratios and as many differences. Each is the median within some
+// rounds, which a machine that grows slower meanwhile does not shift.
 struct Comparison {
     double subject = 0;  // median, in seconds
     double floor = 0;
-    double ratio = 0;
-    double deviation = 0;  // the median absolute deviation of the samples from the ratio
-
-    // Whether the ratio lies over the limit by more than the restlessness of the run explains.
-    bool Breaks(double limit) const { return ratio > limit + 3 * deviation; }
+    std::vector<double> ratios;
+    std::vector<double> differences;  // of the subject's seconds and the floor's
 };
 
 // Runs subject, floor, subject, floor, ...; each says how many seconds it took, so that what it

@@ -13,8 +13,7 @@ namespace quillon::benchmarks {
 namespace {
 
 constexpr int kRows = 2'000;
-constexpr int kRounds = 11;
-constexpr double kMostSeconds = 0.020;
+constexpr double kMostMilliseconds = 20;
 
 // From the last text that the last row needs to the next thing that the host is asked, for General
 // Data: all rows go into the list in between, and no message is handled.
@@ -41,13 +40,14 @@ double SecondsOfFilling(const Session& session, const Room& room) {
 void MeasureWindowLoops(const Session& session, Table& table) {
     const Room room = session.OpenRoom({.variables = kRows});
     const WindowSettings settings(session, {.variables = kRows});
+    SecondsOfFilling(session, room);
     std::vector<double> times;
-    for (int round = 0; round < kRounds; ++round) times.push_back(SecondsOfFilling(session, room));
-    const double seconds = Median(times);
-    table.Add(
-        "filling a list with 2,000 rows, between two looks at messages", "",
-        Decimals(seconds * 1e3, 1) + " ms", "20 ms", seconds < kMostSeconds,
-        "shortest " + Decimals(*std::min_element(times.begin(), times.end()) * 1e3, 1) + " ms");
+    for (int sample = 0; sample < kSamples; ++sample)
+        times.push_back(SecondsOfFilling(session, room) * 1e3);
+    const auto [shortest, longest] = std::minmax_element(times.begin(), times.end());
+    const std::string detail = Decimals(*shortest, 1) + " to " + Decimals(*longest, 1) + " ms";
+    table.Add({"filling a list with 2,000 rows, between two looks at messages", "", times, "ms",
+               kMostMilliseconds, detail});
 }
 
 }  // namespace quillon::benchmarks

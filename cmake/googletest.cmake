@@ -2,18 +2,37 @@
 set(gtest_force_shared_crt ON CACHE BOOL "" FORCE)
 set(INSTALL_GTEST OFF CACHE BOOL "" FORCE)
 add_subdirectory(/usr/src/googletest ${CMAKE_BINARY_DIR}/googletest EXCLUDE_FROM_ALL)
+foreach(library gtest gtest_main gmock gmock_main)
+  target_compile_options(${library} PRIVATE -O0 -g1)
+  set_target_properties(${library} PROPERTIES UNITY_BUILD OFF)
+endforeach()
 
 # Test code is built to be compiled fast, not to run fast: no optimisation, line numbers alone, and the
-# headers that every test includes compiled once.
+# headers that every test includes compiled once for all of them.
+set(quillon_fast_code "$<$<COMPILE_LANGUAGE:CXX>:-O0;-g1>")
+file(CONFIGURE OUTPUT ${CMAKE_BINARY_DIR}/nothing.cpp CONTENT "")
+function(quillon_test_headers name)
+  add_library(${name} OBJECT ${CMAKE_BINARY_DIR}/nothing.cpp)
+  quillon_warnings(${name})
+  target_link_libraries(${name} PRIVATE GTest::gmock)
+  target_compile_options(${name} PRIVATE ${quillon_fast_code})
+  target_precompile_headers(${name} PRIVATE ${ARGN}
+    <functional> <memory> <optional> <string> <vector> <gmock/gmock.h> <gtest/gtest.h>)
+endfunction()
+quillon_test_headers(test_headers)
+if(WIN32)
+  quillon_test_headers(test_headers_platform ${CMAKE_SOURCE_DIR}/src/com/platform.h)
+endif()
+
 #   quillon_test_code(TARGET [PLATFORM])   PLATFORM: its sources include the platform's headers
 function(quillon_test_code target)
   cmake_parse_arguments(ARG "PLATFORM" "" "" ${ARGN})
-  target_compile_options(${target} PRIVATE "$<$<COMPILE_LANGUAGE:CXX>:-O0;-g1>")
-  set(headers <functional> <memory> <optional> <string> <vector> <gmock/gmock.h> <gtest/gtest.h>)
+  target_compile_options(${target} PRIVATE ${quillon_fast_code})
+  set(headers test_headers)
   if(ARG_PLATFORM)
-    list(PREPEND headers ${CMAKE_SOURCE_DIR}/src/com/platform.h)
+    set(headers test_headers_platform)
   endif()
-  target_precompile_headers(${target} PRIVATE ${headers})
+  target_precompile_headers(${target} REUSE_FROM ${headers})
 endfunction()
 
 # A test that is not run again while nothing of it has changed since it passed (scripts/unless_passed.sh).

@@ -78,6 +78,10 @@ VIAddVersionKey LegalCopyright "MIT licence"
   ${EndIf}
 !macroend
 
+!macro RemoveDelivered FOLDER SUBFOLDER FILE
+  Delete "$INSTDIR\${FOLDER}\examples\${SUBFOLDER}${FILE}"
+!macroend
+
 !macro InstallPlugIn FOLDER FROM
   SetOutPath "$INSTDIR\${FOLDER}"
   File "${STAGE}/${FROM}/Quillon.dll"
@@ -91,7 +95,9 @@ VIAddVersionKey LegalCopyright "MIT licence"
 ; What the operator keeps, edited or made, also keeps the folder.
 !macro RemovePlugIn FOLDER
   !insertmacro EachExample RemoveExample "${FOLDER}"
-  RMDir /r "$INSTDIR\${FOLDER}\examples"
+  !insertmacro EachExample RemoveDelivered "${FOLDER}"
+  !insertmacro EachExampleFolder "${FOLDER}\examples"
+  RMDir "$INSTDIR\${FOLDER}\examples"
   Delete "$INSTDIR\${FOLDER}\Quillon.dll"
   Delete "$INSTDIR\${FOLDER}\Quillon.PlugIn.manifest"
   Delete "$INSTDIR\${FOLDER}\Quillon.chm"

@@ -70,15 +70,17 @@ fi
 
 # Wine of both bitnesses, in one run: the 32-bit libraries must have exactly the versions of the 64-bit
 # ones. When the security index for i386 is out of step and the machine's own libraries are newer, plain
-# apt refuses; with the main and updates archives alone it finds versions that agree.
+# apt refuses; with the main and updates archives alone it finds versions that agree, and above priority
+# 1000 it takes them for the 64-bit libraries as well, though they are older.
 wine_by_main_archives() {
     local lists
     lists=$(mktemp -d)
     chmod 755 "$lists"
     mkdir -p "$lists/state/partial"
     printf 'deb http://deb.debian.org/debian %s main\n' bookworm bookworm-updates >"$lists/sources.list"
+    printf 'Package: *\nPin: release o=Debian\nPin-Priority: 1001\n' >"$lists/preferences"
     local options=(-o "Dir::Etc::sourcelist=$lists/sources.list" -o "Dir::Etc::sourceparts=-"
-        -o "Dir::State::lists=$lists/state")
+        -o "Dir::Etc::preferences=$lists/preferences" -o "Dir::State::lists=$lists/state")
     as_root apt-get -qq "${options[@]}" update >"$log" 2>&1
     as_root apt-get -qq -y --no-install-recommends --allow-downgrades "${options[@]}" install \
         "${wine64[@]}" wine32:i386 >"$log" 2>&1
@@ -97,7 +99,7 @@ if [ $mode = full ]; then
         fi
         update_once
         if ! install "${wine64[@]}" wine32:i386; then
-            say "plain apt refuses wine32:i386; trying the main and updates archives alone"
+            say "plain apt refuses wine32:i386; taking Wine and its libraries from the main and updates archives"
             if ! wine_by_main_archives; then
                 tail -n 20 "$log" >&2
                 say "32-bit Wine cannot be had; installing the 64-bit half"

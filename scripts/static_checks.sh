@@ -4,10 +4,11 @@
 #   scripts/static_checks.sh [changed [BASE]]   what differs from BASE: committed, uncommitted and new
 #   scripts/static_checks.sh all                everything
 #
-# BASE is where this branch left origin/main, else the commit before this one. With `changed`, clang-tidy
-# starts no file later than QUILLON_TIDY_SECONDS (default 90) after its first, and the files left to the full
-# run are told. The compile commands of the presets are used; a missing one is configured, and the
-# headers that the interface compiler makes are made. Exit code 0: nothing found.
+# BASE is where this branch left origin/main or main, else the commit before this one; where there is none
+# either, all is new. With `changed`, clang-tidy starts no file later than QUILLON_TIDY_SECONDS (default 45)
+# after its first, and the files left to the full run are told. The compile commands of the presets are used;
+# a missing one is configured, and the headers that the interface compiler makes are made. Exit code 0:
+# nothing found.
 set -u
 cd "$(dirname "$0")/.." || exit 1
 
@@ -20,15 +21,19 @@ case $scope in
 esac
 
 default_base() {
-    local fork
-    fork=$(git merge-base HEAD origin/main 2>/dev/null)
-    if [ -n "$fork" ] && [ "$fork" != "$(git rev-parse HEAD)" ]; then echo "$fork"
-    else git rev-parse --verify --quiet HEAD~1
-    fi
+    local landed fork
+    for landed in origin/main main; do
+        fork=$(git merge-base HEAD "$landed" 2>/dev/null) || continue
+        [ "$fork" = "$(git rev-parse HEAD)" ] || { echo "$fork"; return; }
+    done
+    git rev-parse --verify --quiet HEAD~1
 }
 
-# Where there is no commit before this one, all is new.
-all_sources() { git ls-files --cached --others --exclude-standard -- '*.cpp' '*.h'; }
+# Outside a work tree of git all that is there counts.
+all_sources() {
+    git ls-files --cached --others --exclude-standard -- '*.cpp' '*.h' 2>/dev/null ||
+        find src simulator tests benchmarks -name '*.cpp' -o -name '*.h'
+}
 sources() {
     local base=${2:-$(default_base)}
     if [ "$1" = all ] || [ -z "$base" ]; then
@@ -39,7 +44,9 @@ sources() {
     fi
 }
 
-mapfile -t files < <(sources "$@" | sort -u)
+mapfile -t files < <(sources "$scope" "${2:-}" | sort -u | while read -r file; do
+    [ ! -f "$file" ] || printf '%s\n' "$file"
+done)
 if [ ${#files[@]} = 0 ]; then echo "static checks: nothing changed"; exit 0; fi
 
 failed=0
@@ -58,11 +65,14 @@ layout() { printf '%s\n' "${files[@]}" | xargs clang-format --dry-run --Werror; 
 banned_calls() {
     local words='(v?s?w?n?printf|v?sn?w?printf|sprintf_s|wsprintf[AW]?|wvsprintf[AW]?|s?w?scanf'
     words+='|strn?cpy|strn?cat|wcsn?cpy|wcsn?cat|lstrcpyn?[AW]?|lstrcat[AW]?|gets'
-    words+='|ato[fil]|strto[dflu]+|wcsto[dflu]+|setlocale|LoadLibrary[AW]?)'
-    local product
-    mapfile -t product < <(printf '%s\n' "${files[@]}" | grep '^src/')
-    [ ${#product[@]} -gt 0 ] || return 0
-    ! grep -nE "(^|[^A-Za-z0-9_.>])(std::)?$words\(" "${product[@]}"
+    words+='|ato[fil]|strto[dflu]+|wcsto[dflu]+|setlocale)'
+    refuse "$words" '^src/' && refuse '(Co)?LoadLibrary[AW]?' '^(src|simulator)/'
+}
+
+refuse() { # FUNCTIONS FILES
+    local some
+    mapfile -t some < <(printf '%s\n' "${files[@]}" | grep -E "$2")
+    [ ${#some[@]} = 0 ] || ! grep -nE "(^|[^A-Za-z0-9_.>])(std::|::)?$1\(" "${some[@]}"
 }
 
 # COM's macros hide a function's type, which cppcheck must see.
@@ -90,21 +100,11 @@ prepare() { # PRESET
 
 # The file that stands for each changed one: itself, or for a header the source of the same name.
 units_to_tidy() {
-    local file
-    for file in "${files[@]}"; do
-        case $file in
-            *.h) [ ! -f "${file%.h}.cpp" ] || printf '%s\n' "${file%.h}.cpp" ;;
-            *) printf '%s\n' "$file" ;;
-        esac
-    done | sort -u
-}
-
-tidy() {
     mkdir -p build
     prepare native && prepare win32 || return 1
-    local seconds=${QUILLON_TIDY_SECONDS:-90}
-    [ $scope = changed ] || seconds=86400
-    units_to_tidy | scripts/tidy.py --seconds "$seconds" build/native build/win32
+    local limits=(--together)
+    [ $scope = all ] || limits=(--seconds "${QUILLON_TIDY_SECONDS:-45}")
+    units_to_tidy | scripts/tidy.py "${limits[@]}" build/native build/win32
 }
 
 mkdir -p build

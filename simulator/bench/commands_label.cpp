@@ -9,19 +9,6 @@
 namespace quorvex::bench::commands {
 namespace {
 
-using Windows = std::vector<HWND>;
-
-BOOL CALLBACK OnWindow(HWND window, LPARAM windows) {
-    if (IsWindowVisible(window)) reinterpret_cast<Windows*>(windows)->push_back(window);
-    return TRUE;
-}
-
-Windows ShownWindows() {
-    Windows windows;
-    EnumThreadWindows(GetCurrentThreadId(), OnWindow, reinterpret_cast<LPARAM>(&windows));
-    return windows;
-}
-
 // Watches while it lives how long messages of a window's thread have to wait, by a timer of 10 ms;
 // up to the moment when a message box of the window comes up.
 class Watch {
@@ -73,7 +60,7 @@ void PrintLabel(Session& session, const Words& words) {
 // The help viewer makes its window on the thread that asks for it.
 void OpenHelp(Session& session, const Words& words) {
     const HWND window = session.Windows().Open(session.GetHost().Find(words[0]));
-    const Windows before = ShownWindows();
+    const std::vector<HWND> before = ShownWindows();
     ChooseMenu(window, {L"?", L"Help"});
     for (const HWND shown : ShownWindows()) {
         if (std::find(before.begin(), before.end(), shown) != before.end()) continue;

@@ -4,6 +4,7 @@
 #include <vector>
 
 #include "com/object.h"
+#include "window_controls.h"
 #include "window_owner.h"
 
 namespace quorvex::bench {
@@ -12,15 +13,9 @@ namespace {
 constexpr long kPollingRate = 25;
 
 // A window of a device has a menu bar, which the splash has not.
-BOOL CALLBACK OnWindow(HWND window, LPARAM windows) {
-    if (IsWindowVisible(window) && GetMenu(window))
-        reinterpret_cast<std::vector<HWND>*>(windows)->push_back(window);
-    return TRUE;
-}
-
-std::vector<HWND> ShownWindows() {
-    std::vector<HWND> windows;
-    EnumThreadWindows(GetCurrentThreadId(), OnWindow, reinterpret_cast<LPARAM>(&windows));
+std::vector<HWND> ShownDeviceWindows() {
+    std::vector<HWND> windows = ShownWindows();
+    std::erase_if(windows, [](HWND window) { return !GetMenu(window); });
     return windows;
 }
 
@@ -42,13 +37,13 @@ HWND DeviceWindows::Find(const Room& room) const {
 }
 
 HWND DeviceWindows::Open(const Room& room) {
-    const auto before = ShownWindows();
+    const auto before = ShownDeviceWindows();
     auto owner = com::Ptr<IDispatch>::Adopt(com::Make<WindowOwner>(nullptr).Detach());
     IDispatch* argument = owner.Get();
     long rate = kPollingRate;
     com::Check(Extended(room)->ShowFocus(&argument, &rate));
     if (const HWND open = Find(room)) return open;
-    for (const HWND window : ShownWindows()) {
+    for (const HWND window : ShownDeviceWindows()) {
         if (std::find(before.begin(), before.end(), window) != before.end()) continue;
         m_windows[room.neuron] = window;
         return window;

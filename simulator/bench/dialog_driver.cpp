@@ -3,6 +3,8 @@
 #include <optional>
 #include <utility>
 
+#include "window_controls.h"
+
 namespace quorvex::bench {
 namespace {
 
@@ -14,8 +16,8 @@ constexpr ULONGLONG kPatience = 20000;
 // A dialog window that waits for its operator. Windows with a menu bar are no dialogs, and those
 // that another window disables wait for that one.
 bool IsWaitingDialog(HWND window) {
-    return IsWindowVisible(window) && IsWindowEnabled(window) && GetWindow(window, GW_OWNER) &&
-           !GetMenu(window) && ClassOf(window) == L"#32770";
+    return IsWindowEnabled(window) && GetWindow(window, GW_OWNER) && !GetMenu(window) &&
+           ClassOf(window) == L"#32770";
 }
 
 BOOL CALLBACK OnControlOfForm(HWND control, LPARAM found) {
@@ -30,11 +32,6 @@ bool IsMessageBox(HWND dialog) {
     bool form = false;
     EnumChildWindows(dialog, OnControlOfForm, reinterpret_cast<LPARAM>(&form));
     return !form;
-}
-
-BOOL CALLBACK OnWindow(HWND window, LPARAM windows) {
-    if (IsWaitingDialog(window)) reinterpret_cast<std::vector<HWND>*>(windows)->push_back(window);
-    return TRUE;
 }
 
 class Driver {
@@ -75,8 +72,8 @@ private:
 
     void Look() {
         if (std::exchange(m_looking, true)) return;
-        std::vector<HWND> dialogs;
-        EnumThreadWindows(GetCurrentThreadId(), OnWindow, reinterpret_cast<LPARAM>(&dialogs));
+        std::vector<HWND> dialogs = ShownWindows();
+        std::erase_if(dialogs, [](HWND window) { return !IsWaitingDialog(window); });
         for (const HWND dialog : dialogs) {
             if (!IsWindow(dialog)) continue;
             if (dialog == m_done)

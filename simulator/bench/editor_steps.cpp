@@ -10,7 +10,7 @@
 namespace quorvex::bench {
 namespace {
 
-constexpr ULONGLONG kPatience = 30'000;
+constexpr ULONGLONG kEditorPatience = 30'000;
 
 EditorSteps* g_steps = nullptr;
 
@@ -168,7 +168,7 @@ void EditorSteps::RunNext() {
     const HWND before = std::exchange(m_inFront, dialog);
     const bool busy = HIWORD(GetQueueStatus(QS_POSTMESSAGE | QS_SENDMESSAGE)) != 0;
     if (!dialog || dialog != before || busy) return;
-    if (!m_trouble.empty() || GetTickCount64() - m_lastStep > kPatience) {
+    if (!m_trouble.empty() || GetTickCount64() - m_lastStep > kEditorPatience) {
         if (m_trouble.empty()) m_trouble = L"the dialog was left open";
         PostMessageW(dialog, WM_COMMAND, IDCANCEL, 0);
         return;

@@ -3,7 +3,6 @@
 #include <commctrl.h>
 
 #include <string>
-#include <vector>
 
 #include "dialog_driver.h"
 
@@ -12,16 +11,22 @@ namespace {
 
 using Windows = std::vector<HWND>;
 
-BOOL CALLBACK OnControl(HWND control, LPARAM controls) {
-    if (IsWindowVisible(control)) reinterpret_cast<Windows*>(controls)->push_back(control);
+BOOL CALLBACK OnWindow(HWND window, LPARAM windows) {
+    if (IsWindowVisible(window)) reinterpret_cast<Windows*>(windows)->push_back(window);
     return TRUE;
 }
 
 }  // namespace
 
+std::vector<HWND> ShownWindows() {
+    Windows windows;
+    EnumThreadWindows(GetCurrentThreadId(), OnWindow, reinterpret_cast<LPARAM>(&windows));
+    return windows;
+}
+
 HWND ShownControl(HWND window, std::wstring_view kind) {
     Windows controls;
-    EnumChildWindows(window, OnControl, reinterpret_cast<LPARAM>(&controls));
+    EnumChildWindows(window, OnWindow, reinterpret_cast<LPARAM>(&controls));
     for (const HWND control : controls)
         if (ClassOf(control) == kind) return control;
     throw Failure{L"the window shows no " + std::wstring(kind)};

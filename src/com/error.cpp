@@ -16,6 +16,8 @@ std::wstring Widened(const char* text) {
     return wide;
 }
 
+unsigned g_swallowedShortages = 0;
+
 void SetRecord(IErrorInfo* record) noexcept {
     SetErrorInfo(0, record);
 }
@@ -64,6 +66,15 @@ HRESULT ResultOfCurrentException() noexcept {
         SetRecord(nullptr);
         return E_UNEXPECTED;
     }
+}
+
+void Swallow() noexcept {
+    if (ResultOfCurrentException() == E_OUTOFMEMORY) ++g_swallowedShortages;
+    SetRecord(nullptr);
+}
+
+unsigned SwallowedShortages() noexcept {
+    return g_swallowedShortages;
 }
 
 }  // namespace quillon::com

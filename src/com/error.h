@@ -3,8 +3,10 @@
 #pragma once
 
 #include <exception>
+#include <new>
 #include <string>
 #include <string_view>
+#include <type_traits>
 
 #include "com/platform.h"
 #include "com/ptr.h"
@@ -37,16 +39,39 @@ void Check(HRESULT result);
 // with its text, memory shortage E_OUTOFMEMORY.
 HRESULT ResultOfCurrentException() noexcept;
 
-// Runs a piece that promises to end quietly: any exception yields a value-initialised result. The
-// thread's error record is cleared, so no stale one is left behind.
+// Ends the exception that is being thrown in silence: to be called in a catch block. The thread's
+// error record is cleared, so no stale one is left behind; a shortage of memory is counted.
+void Swallow() noexcept;
+// How many shortages of memory this module has ended in silence.
+unsigned SwallowedShortages() noexcept;
+
+// Runs a piece that promises to end quietly: any exception yields a value-initialised result.
 template <class F>
 auto Quietly(F&& f) noexcept -> decltype(f()) {
     try {
         return f();
     } catch (...) {
-        SetErrorInfo(0, nullptr);
+        Swallow();
     }
     return decltype(f())();
+}
+
+// Runs a piece whose quiet parts may leave out what cannot be had, but nothing for want of memory:
+// then std::bad_alloc is thrown at its end.
+template <class F>
+auto InFull(F&& f) -> decltype(f()) {
+    const unsigned before = SwallowedShortages();
+    const auto require = [&] {
+        if (SwallowedShortages() != before) throw std::bad_alloc();
+    };
+    if constexpr (std::is_void_v<decltype(f())>) {
+        f();
+        require();
+    } else {
+        auto result = f();
+        require();
+        return result;
+    }
 }
 
 }  // namespace quillon::com

@@ -3,6 +3,7 @@
 #include <commctrl.h>
 
 #include <algorithm>
+#include <new>
 
 #include "window/resource.h"
 
@@ -68,7 +69,8 @@ void OptionButtons::AddButton(std::size_t position, const std::wstring& caption,
                                TopOf(position), m_first.right - m_first.left,
                                m_first.bottom - m_first.top, Handle(),
                                reinterpret_cast<HMENU>(static_cast<INT_PTR>(id)), nullptr, nullptr);
-        if (!button) return;
+        // Without one of its options the column would stand for others than it shows.
+        if (!button) throw std::bad_alloc();
         SendMessageW(button, WM_SETFONT, reinterpret_cast<WPARAM>(font), FALSE);
     }
     SetWindowTextW(button, caption.c_str());

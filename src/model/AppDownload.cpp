@@ -78,7 +78,8 @@ Outcome Download::WriteApplication(const std::wstring& appFile) {
 }
 
 Outcome Download::WriteIdentity() {
-    const com::Ptr<IFile> entry = m_device.FindDeviceFile(L"FFFA");
+    // None for want of memory is no device without an identity.
+    const auto entry = com::InFull([&] { return m_device.FindDeviceFile(L"FFFA"); });
     if (!entry) return Outcome::kSuccess;
     std::wstring identity = ReadEntry(entry.Get());
     // The file's device ID is read as a decimal number and compared as a hexadecimal word: a file's
@@ -109,7 +110,7 @@ Outcome Download::WriteObjects() {
 }
 
 void Download::WriteValues() {
-    const std::wstring setting = m_device.ReadSetting(L"DownLoadCPs");
+    const auto setting = com::InFull([&] { return m_device.ReadSetting(L"DownLoadCPs"); });
     if (!setting.empty() && StrictNumber(setting) == 1.0) {
         WriteEntry(m_device.FindDeviceFile(L"1").Get(), m_profile->CPValues());
         WriteConfigurationVariables();

@@ -1,4 +1,7 @@
 // CDevice: saving the device's application to a file. Format: docs/formats/application-file.md.
+#include <optional>
+#include <vector>
+
 #include "com/late.h"
 #include "com/xml_document.h"
 #include "host_members.h"
@@ -12,7 +15,7 @@ namespace quillon {
 namespace {
 
 // Writes one document. What cannot be read is written as an empty text; what a document cannot hold
-// (control characters) is left out of the text.
+// (control characters) is left out of the text. What the document itself refuses is thrown.
 class ApplicationWriter {
 public:
     ApplicationWriter() : m_document(com::NewXmlDocument()) {
@@ -37,7 +40,8 @@ public:
 
     void Save(const std::wstring& path) { com::SaveXmlFile(m_document.Get(), path); }
 
-    // Adds NVs or CPs with one element for each point, where there is at least one.
+    // Adds NVs or CPs with one element for each point, where there is at least one; nothing for a
+    // collection that cannot be read.
     template <class F>
     void Points(IXMLDOMNode* profile, const wchar_t* name, IDispatch* points, F&& writeOne);
 
@@ -79,7 +83,9 @@ std::vector<com::Ptr<IDispatch>> Snapshot(IDispatch* points) {
     for (;;) {
         com::Variant point;
         ULONG fetched = 0;
-        if (enumerator->Next(1, &point, &fetched) != S_OK || fetched != 1) return all;
+        const HRESULT next = enumerator->Next(1, &point, &fetched);
+        com::Check(next);
+        if (next != S_OK || fetched != 1) return all;
         if (auto object = com::Quietly([&] { return point.AsObject(); })) all.push_back(object);
     }
 }
@@ -87,20 +93,24 @@ std::vector<com::Ptr<IDispatch>> Snapshot(IDispatch* points) {
 template <class F>
 void ApplicationWriter::Points(IXMLDOMNode* profile, const wchar_t* name, IDispatch* points,
                                F&& writeOne) {
-    if (com::Get(points, host::points::kCount).AsNumber() < 1) return;
-    const auto all = Snapshot(points);
+    const auto all = com::Quietly([&]() -> std::optional<std::vector<com::Ptr<IDispatch>>> {
+        if (com::Get(points, host::points::kCount).AsNumber() < 1) return std::nullopt;
+        return Snapshot(points);
+    });
+    if (!all) return;
     const com::Ptr<IXMLDOMElement> list = Container(profile, name);
-    for (const com::Ptr<IDispatch>& point : all) {
-        com::Quietly([&] { writeOne(list.Get(), point.Get()); });
+    for (const com::Ptr<IDispatch>& point : *all) {
+        writeOne(list.Get(), point.Get());
         ui::PumpMessages();
     }
 }
 
-// Throws when the point's name is none for an element: the point is then left out whole.
+// Empty when the point's name is none for an element: the point is then left out whole.
 com::Ptr<IXMLDOMElement> ApplicationWriter::PointElement(IXMLDOMNode* list, IDispatch* point) {
-    const std::wstring name = TextOf(point, host::point::kName);
-    if (!IsXmlName(name)) throw com::Error(E_INVALIDARG);
-    return Container(list, name.c_str());
+    return com::Quietly([&]() -> com::Ptr<IXMLDOMElement> {
+        const std::wstring name = TextOf(point, host::point::kName);
+        return IsXmlName(name) ? Container(list, name.c_str()) : nullptr;
+    });
 }
 
 void ApplicationWriter::WriteDescription(IXMLDOMNode* element, IDispatch* point) {
@@ -118,6 +128,7 @@ void ApplicationWriter::WriteValues(IXMLDOMNode* element, IDispatch* point) {
 
 void ApplicationWriter::WriteNetworkVariable(IXMLDOMNode* list, IDispatch* point) {
     const com::Ptr<IXMLDOMElement> element = PointElement(list, point);
+    if (!element) return;
     Element(element.Get(), L"Direction",
             [&] { return std::wstring(IsOutput(point) ? L"Output" : L"Input"); });
     WriteDescription(element.Get(), point);
@@ -128,6 +139,7 @@ void ApplicationWriter::WriteNetworkVariable(IXMLDOMNode* list, IDispatch* point
 
 void ApplicationWriter::WriteConfigurationProperty(IXMLDOMNode* list, IDispatch* point) {
     const com::Ptr<IXMLDOMElement> element = PointElement(list, point);
+    if (!element) return;
     WriteDescription(element.Get(), point);
     WriteValues(element.Get(), point);
 }
@@ -173,29 +185,26 @@ void WriteProfile(ApplicationWriter& writer, IXMLDOMNode* root, CDevice& device)
     com::Ptr<IDispatch> properties;
     host.get_NetworkVariables(variables.Out());
     host.get_ConfigProperties(properties.Out());
-    com::Quietly([&] {
-        writer.Points(profile.Get(), L"NVs", variables.Get(),
-                      [&](auto* list, auto* point) { writer.WriteNetworkVariable(list, point); });
-    });
-    com::Quietly([&] {
-        writer.Points(profile.Get(), L"CPs", properties.Get(), [&](auto* list, auto* point) {
-            writer.WriteConfigurationProperty(list, point);
-        });
-    });
+    writer.Points(profile.Get(), L"NVs", variables.Get(),
+                  [&](auto* list, auto* point) { writer.WriteNetworkVariable(list, point); });
+    writer.Points(profile.Get(), L"CPs", properties.Get(),
+                  [&](auto* list, auto* point) { writer.WriteConfigurationProperty(list, point); });
 }
 
 void WriteApplication(ApplicationWriter& writer, CDevice& device) {
     const auto root = writer.Container(writer.Document(), L"Configuration");
-    com::Quietly([&] { WriteIdentity(writer, root.Get(), device); });
-    com::Quietly([&] { WriteProfile(writer, root.Get(), device); });
+    WriteIdentity(writer, root.Get(), device);
+    WriteProfile(writer, root.Get(), device);
 }
 
 }  // namespace
 
+// A file that lacks what there was no memory for would be taken for the whole application later:
+// the old one stays instead, and the operator is told.
 bool CDevice::IDeviceEx_AppExport(const std::wstring& appFile) {
     try {
         ApplicationWriter writer;
-        com::Quietly([&] { WriteApplication(writer, *this); });
+        com::InFull([&] { WriteApplication(writer, *this); });
         writer.Save(appFile);
     } catch (...) {
         SetErrorInfo(0, nullptr);

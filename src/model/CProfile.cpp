@@ -51,10 +51,14 @@ bool CProfile::FriendSet(const std::wstring& appFile, _CDevice* device) {
     }
     // Window messages are handled while the lists are read: another load may replace the member.
     const com::Ptr<IXMLDOMDocument2> document = m_document;
-    ReadTexts();
-    com::Quietly([&] { ReadList(document.Get(), m_nvs, kNetworkVariables); });
-    com::Quietly([&] { ReadList(document.Get(), m_cps, kConfigurationProperties); });
-    com::Quietly([&] { JoinCPValues(); });
+    // What is missing from the file is missing from the profile, but nothing for want of memory: a
+    // download would leave it out, and the checks that go by it, too.
+    com::InFull([&] {
+        ReadTexts();
+        com::Quietly([&] { ReadList(document.Get(), m_nvs, kNetworkVariables); });
+        com::Quietly([&] { ReadList(document.Get(), m_cps, kConfigurationProperties); });
+        com::Quietly([&] { JoinCPValues(); });
+    });
     return true;
 }
 

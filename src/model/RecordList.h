@@ -70,7 +70,7 @@ public:
             m_records.push_back(record);
             return record;
         } catch (...) {
-            SetErrorInfo(0, nullptr);
+            com::Swallow();
         }
         ui::ShowMessage(L"Error: multiple connection index!", MB_OK);
         return nullptr;

@@ -64,7 +64,9 @@ bool frmCPDownload::OnInit() {
     m_smallest = {whole.right - whole.left, whole.bottom - whole.top};
     m_busy = true;
     SendMessageW(Item(IDC_LSTCP_CHOICE), WM_SETREDRAW, FALSE, 0);
-    com::Quietly([&] { LoadLists(); });
+    // A list that lacks lines for want of memory would be downloaded for the whole one: then there
+    // is no dialog.
+    com::InFull([&] { com::Quietly([&] { LoadLists(); }); });
     SendMessageW(Item(IDC_LSTCP_CHOICE), WM_SETREDRAW, TRUE, 0);
     Tell(Item(IDC_LSTCP_CHOICE), LB_SETCARETINDEX, 0);
     m_busy = false;

@@ -30,7 +30,8 @@ bool IsPortNumber(wchar_t character) {
 bool IsDeviceName(std::wstring_view name) {
     std::wstring stem(WithoutBlanks(name.substr(0, name.find(L'.'))));
     std::transform(stem.begin(), stem.end(), stem.begin(), Upper);
-    constexpr std::array<std::wstring_view, 4> kNames{L"CON", L"PRN", L"AUX", L"NUL"};
+    constexpr std::array<std::wstring_view, 6> kNames{L"CON", L"PRN",    L"AUX",
+                                                      L"NUL", L"CONIN$", L"CONOUT$"};
     if (std::find(kNames.begin(), kNames.end(), stem) != kNames.end()) return true;
     return stem.size() == 4 && (stem.starts_with(L"COM") || stem.starts_with(L"LPT")) &&
            IsPortNumber(stem.back());

@@ -17,8 +17,8 @@ std::wstring SettingsValue(std::wstring_view asRead);
 // The name (no folder) of a program's settings file: the program ID and ".ini"; an empty ID gives
 // ".ini". nullopt when such a name would lead out of its folder or to another thing than a file:
 // one of \ / : * ? " < > | or a control character in it, nothing but dots, a dot or blank at the
-// ID's end, or a device name (CON, PRN, AUX, NUL, COM1-9, LPT1-9, any case), also with a dot and
-// more after it.
+// ID's end, or a device name (CON, CONIN$, CONOUT$, PRN, AUX, NUL, COM1-9, LPT1-9, any case), also
+// with a dot and more after it.
 //
 // Other characters are passed on as they are, so whoever turns the name into 8-bit text must not
 // let the system choose "best fit" characters: some of those are separators.

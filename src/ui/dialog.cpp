@@ -18,7 +18,12 @@ std::wstring Dialog::ItemText(int id) const {
 }
 
 void Dialog::SetItemText(int id, const std::wstring& text) const {
-    if (ItemText(id) != text) SetWindowTextW(Item(id), text.c_str());
+    const HWND item = Item(id);
+    // Room for one character more, so that a longer text is seen to be another.
+    std::wstring shown(text.size() + 2, L'\0');
+    const int length = GetWindowTextW(item, shown.data(), static_cast<int>(shown.size()));
+    shown.resize(static_cast<std::size_t>(length));
+    if (shown != text) SetWindowTextW(item, text.c_str());
 }
 
 bool Dialog::CreateModeless(int resource, HWND owner) {

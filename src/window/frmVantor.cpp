@@ -174,13 +174,9 @@ std::optional<INT_PTR> frmVantor::OnMessage(UINT message, WPARAM wParam, LPARAM 
         case WM_SIZE:
             OnSize();
             return TRUE;
-        case WM_GETMINMAXINFO: {
-            auto& info = *reinterpret_cast<MINMAXINFO*>(lParam);
-            RECT least{0, 0, m_layout.DesignedSize().cx, m_layout.DesignedSize().cy};
-            AdjustWindowRectEx(&least, WS_OVERLAPPEDWINDOW, TRUE, WS_EX_CONTROLPARENT);
-            info.ptMinTrackSize = {least.right - least.left, least.bottom - least.top};
+        case WM_GETMINMAXINFO:
+            LimitSize(*reinterpret_cast<MINMAXINFO*>(lParam));
             return TRUE;
-        }
         case WM_ACTIVATE:
         case WM_SETFOCUS:
             // A dialog would give the focus back to the control that had it, which is disabled.
@@ -197,21 +193,29 @@ std::optional<INT_PTR> frmVantor::OnMessage(UINT message, WPARAM wParam, LPARAM 
             ShowPage();
             return TRUE;
         }
-        case WM_CTLCOLORSTATIC: {
-            const HWND control = reinterpret_cast<HWND>(lParam);
-            if (control != Item(IDC_LBLDEVSTATE) && control != Item(IDC_PCTDEVSTATE))
-                return std::nullopt;
-            const HDC context = reinterpret_cast<HDC>(wParam);
-            SetTextColor(context, m_stateView.darkText ? RGB(0, 0, 0) : RGB(255, 255, 255));
-            SetBkColor(context, m_stateView.color);
-            return reinterpret_cast<INT_PTR>(m_stateBrush);
-        }
+        case WM_CTLCOLORSTATIC:
+            return ColorState(reinterpret_cast<HWND>(lParam), reinterpret_cast<HDC>(wParam));
         case WM_CLOSE:
             Unload();
             return TRUE;
         default:
             return Dialog::OnMessage(message, wParam, lParam);
     }
+}
+
+// No smaller than it was designed.
+void frmVantor::LimitSize(MINMAXINFO& info) const {
+    RECT least{0, 0, m_layout.DesignedSize().cx, m_layout.DesignedSize().cy};
+    AdjustWindowRectEx(&least, WS_OVERLAPPEDWINDOW, TRUE, WS_EX_CONTROLPARENT);
+    info.ptMinTrackSize = {least.right - least.left, least.bottom - least.top};
+}
+
+// The device's state is drawn in its own colours; other controls in the usual ones.
+std::optional<INT_PTR> frmVantor::ColorState(HWND control, HDC context) {
+    if (control != Item(IDC_LBLDEVSTATE) && control != Item(IDC_PCTDEVSTATE)) return std::nullopt;
+    SetTextColor(context, m_stateView.darkText ? RGB(0, 0, 0) : RGB(255, 255, 255));
+    SetBkColor(context, m_stateView.color);
+    return reinterpret_cast<INT_PTR>(m_stateBrush);
 }
 
 // ---- tabs

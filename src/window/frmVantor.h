@@ -5,6 +5,7 @@
 #include <cstdint>
 #include <map>
 #include <memory>
+#include <optional>
 #include <string>
 
 #include "com/module.h"
@@ -20,6 +21,7 @@
 #include "window/LabelPrinting.h"
 #include "window/RowList.h"
 #include "window/device_state.h"
+#include "window/live_value.h"
 #include "window/pages.h"
 #include "window/polling.h"
 #include "window/resource.h"
@@ -85,6 +87,8 @@ private:
     void MoveTab(int direction);
     void HideTab(int tab);
     void OnSize();
+    void LimitSize(MINMAXINFO& info) const;
+    std::optional<INT_PTR> ColorState(HWND control, HDC context);
     void SetCaptionAndIcon(const std::wstring& caption, bool failure);
     Page& PageAt(int tab) { return *m_pages[static_cast<std::size_t>(tab)]; }
     RowList* ListOf(HWND control);
@@ -124,6 +128,7 @@ private:
     void EditRow(HWND list);
     void RefreshEditedRow(RowList& list, std::size_t place, const std::wstring& key,
                           const DataPoint& point);
+    void ShowReading(RowList& list, std::size_t place, const std::optional<LiveReading>& reading);
 
     // Main-view values (frmVantorMainView.cpp)
     // Posted, so that no dialog runs inside the hook that a key comes from, or inside a page.
@@ -142,6 +147,7 @@ private:
     void UpdateActionMenu();
     void OnDeviceEvent(DeviceEvent event, const std::wstring& text);
     void RefreshPoint(const std::wstring& text);
+    LiveReading ReadPoint(std::wstring_view prefix, const std::wstring& key);
 
     // Files from and to the device (frmVantorTransfers.cpp)
     bool OnTransferCommand(int id);
@@ -206,6 +212,7 @@ private:
     int m_tab = -1;
     bool m_outputFlag = false;
     bool m_disabledByFreeze = false;
+    bool m_pollFailed = false;
     bool m_busy = false;
     bool m_editing = false;
     bool m_loading = false;

@@ -191,6 +191,14 @@ void frmVantor::OnDeviceEvent(DeviceEvent event, const std::wstring& text) {
     }
 }
 
+LiveReading frmVantor::ReadPoint(std::wstring_view prefix, const std::wstring& key) {
+    const com::Ptr<IDevice> device = m_device;
+    com::Ptr<IDispatch> points;
+    com::Check(prefix == kCpPrefix ? device->get_ConfigProperties(points.Out())
+                                   : device->get_NetworkVariables(points.Out()));
+    return ReadLivePoint(FindPoint(points.Get(), com::Variant(key)).Get(), [] {});
+}
+
 // The point that the host names, in every row that shows it. The main view has its next poll.
 void frmVantor::RefreshPoint(const std::wstring& text) {
     const bool property = text.starts_with(kCpPrefix);
@@ -203,18 +211,11 @@ void frmVantor::RefreshPoint(const std::wstring& text) {
             if (prefixed && (prefix == kCpPrefix) != property) continue;
             const std::wstring rowKey = std::wstring(prefix) + key;
             if (!list->PlaceOf(rowKey)) continue;
-            com::Quietly([&] {
-                com::Ptr<IDispatch> points;
-                const auto device = m_device;
-                com::Check(prefix == kCpPrefix ? device->get_ConfigProperties(points.Out())
-                                               : device->get_NetworkVariables(points.Out()));
-                const auto point = FindPoint(points.Get(), com::Variant(key));
-                const LiveReading reading = ReadLivePoint(point.Get(), [] {});
-                if (!IsOpen() || reading.silent) return;
-                for (std::size_t place = 0; place < list->Rows().size(); ++place)
-                    if (list->Rows()[place].key == rowKey) list->SetValue(place, reading.text);
-            });
+            const auto reading =
+                com::Quietly([&] { return std::optional(ReadPoint(prefix, key)); });
             if (!IsOpen()) return;
+            for (std::size_t place = 0; place < list->Rows().size(); ++place)
+                if (list->Rows()[place].key == rowKey) ShowReading(*list, place, reading);
         }
     }
     ShowGeneralData();

@@ -45,8 +45,7 @@ void frmVantor::EditRow(HWND control) {
     m_editing = false;
 }
 
-// One reading at once, without waiting for a poll. A value that cannot be read is greyed, for it
-// may be older than what was written.
+// One reading at once, without waiting for a poll.
 void frmVantor::RefreshEditedRow(RowList& list, std::size_t place, const std::wstring& key,
                                  const DataPoint& point) {
     const auto reading = com::Quietly(
@@ -58,6 +57,13 @@ void frmVantor::RefreshEditedRow(RowList& list, std::size_t place, const std::ws
         if (!moved) return;
         place = *moved;
     }
+    ShowReading(list, place, reading);
+}
+
+// Of a value that may just have changed: one that could not be read is greyed, for what is shown
+// may be older.
+void frmVantor::ShowReading(RowList& list, std::size_t place,
+                            const std::optional<LiveReading>& reading) {
     const bool read = reading && !reading->silent;
     if (read) list.SetValue(place, reading->text);
     list.SetStale(place, !read);

@@ -55,7 +55,8 @@ void frmVantor::EditMainViewValue(int index) {
         const std::wstring key = DecimalText(*number);
         const DataPoint point(FindPoint(NetworkVariables().Get(), com::Variant(key)));
         if (point.NVDirection() == host::point::kOutput || !IsOpen()) return;
-        const auto choice = ReadOptionEditor(ReadSetting(kOptionEditorsSection, key));
+        const auto choice =
+            com::InFull([&] { return ReadOptionEditor(ReadSetting(kOptionEditorsSection, key)); });
         if (choice) ShowOptionEditor(*choice, point, Handle());
         shown = choice || EditPoint(point, Handle());
     });

@@ -71,7 +71,10 @@ com::Ptr<IDispatch> frmVantor::NetworkVariables() {
 void frmVantor::OnTmrPolling() {
     CountStaleness();
     if (Process().freeze && RestsWhileFrozen(m_stateNumber)) return;
-    if (ReadMainViewLabel(m_mainView.Index())) m_mainView.Advance();
+    m_pollFailed = true;
+    const bool answered = ReadMainViewLabel(m_mainView.Index());
+    m_pollFailed = false;
+    if (answered) m_mainView.Advance();
 }
 
 bool frmVantor::ReadMainViewLabel(int index) {
@@ -92,11 +95,12 @@ bool frmVantor::ReadMainViewLabel(int index) {
     return true;
 }
 
-// Values grow old only while the device does not answer.
+// Values grow old only while the device does not answer; those of the main view also while reading
+// one of them fails, for the others wait behind it.
 void frmVantor::CountStaleness() {
     const bool silent = Process().freeze;
     for (std::size_t i = 0; i < m_mainViewAge.size(); ++i)
-        if (m_mainViewAge[i].Pass(silent))
+        if (m_mainViewAge[i].Pass(silent || m_pollFailed))
             PageAt(kTabMain).SetGreyed(IDC_LBLNV_FIRST + static_cast<int>(i), true);
     for (std::size_t row = 0; row < m_monitorAge.size(); ++row)
         if (m_monitorAge[row].Pass(silent)) m_lvMonitor.SetStale(row, true);
@@ -110,16 +114,20 @@ void frmVantor::OnTmrNvs() {
     const auto row = static_cast<std::size_t>(m_monitorRow) - 1;
     const std::wstring rowKey = m_lvMonitor.Rows()[row].key;
     const std::wstring key = ItemKey(rowKey);
-    const com::Ptr<IDispatch> point = FindPoint(NetworkVariables().Get(), com::Variant(key));
-    const LiveReading reading = ReadLivePoint(point.Get(), [&] { Thaw(); });
+    const auto reading = com::Quietly([&] {
+        const com::Ptr<IDispatch> point = FindPoint(NetworkVariables().Get(), com::Variant(key));
+        return std::optional(ReadLivePoint(point.Get(), [&] { Thaw(); }));
+    });
     if (!IsOpen()) return;
-    if (reading.silent) {
+    if (reading && reading->silent) {
         SetFreeze(true);
         return;
     }
     if (row >= m_lvMonitor.Rows().size() || m_lvMonitor.Rows()[row].key != rowKey) return;
-    m_lvMonitor.SetValue(row, reading.text);
-    if (row < m_monitorAge.size() && m_monitorAge[row].Read()) m_lvMonitor.SetStale(row, false);
+    if (reading)
+        ShowReading(m_lvMonitor, row, reading);
+    else if (row < m_monitorAge.size() && m_monitorAge[row].Pass(true))
+        m_lvMonitor.SetStale(row, true);
 }
 
 void frmVantor::OnTmrHw() {

@@ -136,6 +136,7 @@ void frmVantor::DownloadParameters() {
         SetForegroundWindow(GetLastActivePopup(other));
         return;
     }
+    bool downloaded = false;
     const DownloadTurn turn(Handle());
     LoadFromFile(
         L"Download parameters from file...", kParameterFiles,
@@ -147,8 +148,11 @@ void frmVantor::DownloadParameters() {
             if (dialog.ResultFile().empty()) return;
             const ui::WaitCursor wait;
             long result = 0;
+            downloaded = true;
             com::Check(device.ParameterDownload(com::Bstr(dialog.ResultFile()).Get(), &result));
         });
+    // The lists hold what the device had before; also where it took only a part.
+    if (downloaded && IsOpen()) Update();
 }
 
 }  // namespace quillon

@@ -123,7 +123,7 @@ TEST_F(IniValueTest, EmptyNamesWriteNothing) {
 
 TEST_F(IniValueTest, WhatCannotBeWrittenIsNotReported) {
     WriteIniValue(folder / L"none\\none.ini", L"S", L"K", L"v");
-    EXPECT_FALSE(test::Exists(folder / L"none\\none.ini"));
+    EXPECT_FALSE(test::FileExists(folder / L"none\\none.ini"));
 }
 
 TEST_F(IniValueTest, CharactersOfTheCodePageComeBack) {
@@ -145,7 +145,7 @@ TEST_F(IniValueTest, FolderOutsideTheCodePageIsReachedByItsShortPath) {
     WriteIniValue(place + L"\\a.ini", L"S", L"K", L"w");
     EXPECT_EQ(test::ReadBytes(place + L"\\a.ini"), "[S]\r\nK=w\r\n");
     WriteIniValue(place + L"\\new.ini", L"S", L"K", L"n");
-    ASSERT_TRUE(test::Exists(place + L"\\new.ini")) << "a file that is not there yet, too";
+    ASSERT_TRUE(test::FileExists(place + L"\\new.ini")) << "a file that is not there yet, too";
     EXPECT_EQ(ReadIniValue(place + L"\\new.ini", L"S", L"K"), L"n");
 }
 

@@ -181,7 +181,7 @@ TEST_F(XmlDocumentTest, SavingReplacesTheOldFileAndLeavesNoOther) {
     const std::wstring path = folder.Write(L"a.app", std::string(10'000, 'x'));
     com::SaveXmlFile(NewContent().Get(), path);
     EXPECT_TRUE(Load(path).loaded);
-    EXPECT_FALSE(test::Exists(path + L".new"));
+    EXPECT_FALSE(test::FileExists(path + L".new"));
 }
 
 TEST_F(XmlDocumentTest, OldFileStaysWholeWhenItCannotBeReplaced) {
@@ -191,20 +191,20 @@ TEST_F(XmlDocumentTest, OldFileStaysWholeWhenItCannotBeReplaced) {
     EXPECT_TRUE(FAILED(SaveResult(NewContent(), path)));
     CloseHandle(held);
     EXPECT_EQ(test::ReadBytes(path), "<old/>");
-    EXPECT_FALSE(test::Exists(path + L".new"));
+    EXPECT_FALSE(test::FileExists(path + L".new"));
 }
 
 TEST_F(XmlDocumentTest, SavingWhereNoFileCanBeFails) {
     EXPECT_TRUE(FAILED(SaveResult(NewContent(), folder / L"none\\a.app")));
     EXPECT_TRUE(FAILED(SaveResult(NewContent(), L"")));
     EXPECT_TRUE(FAILED(SaveResult(NewContent(), folder.Path())));
-    EXPECT_FALSE(test::Exists(folder.Path() + L".new"));
+    EXPECT_FALSE(test::FileExists(folder.Path() + L".new"));
 }
 
 TEST_F(XmlDocumentTest, FileBesideThatBelongsToAnotherStays) {
     const std::wstring other = folder.Write(L"a.app.new", "precious");
     com::SaveXmlFile(NewContent().Get(), folder / L"a.app");
-    ASSERT_TRUE(test::Exists(other));
+    ASSERT_TRUE(test::FileExists(other));
     EXPECT_EQ(test::ReadBytes(other), "precious");
 }
 

@@ -118,7 +118,7 @@ void ManyKeys(std::string& text, Random& random) {
     });
 }
 
-constexpr Mutation kMutations[] = {
+constexpr Mutation kIniMutations[] = {
     {"value replaced", ReplaceValue},
     {"long value", LongValue},
     {"key renamed", RenameKey},
@@ -133,7 +133,7 @@ constexpr Mutation kMutations[] = {
 }  // namespace
 
 std::span<const Mutation> IniMutations() {
-    return kMutations;
+    return kIniMutations;
 }
 
 }  // namespace quillon::test

@@ -3,8 +3,8 @@
 #include <set>
 
 #include "damage/damage_test.h"
-#include "damage/stand_ins.h"
 #include "fault/device_window.h"
+#include "fault/stand_ins.h"
 #include "model/frmCPDownload_ids.h"
 #include "support/plugin_window.h"
 #include "window/resource.h"
@@ -53,8 +53,8 @@ protected:
     void SetUp() override {
         DamageTest::SetUp();
         WriteSettings("DisplayHW=1");
-        StandInForFileDialog(Module());
-        AnswerFileDialog(InFolder(L"in.cps"));
+        StandInForSystem(Module());
+        ChooseFile(InFolder(L"in.cps"));
         const Room& room = FreshRoom();
         long result = -1;
         EXPECT_EQ(room.device->ParameterExport(com::Bstr(InFolder(L"out.cps")).Get(), &result),
@@ -87,7 +87,7 @@ private:
         g_choice = choice;
         g_seen = false;
         Host().Clear();
-        ChooseEntry(m_window, IDM_PARAM_DOWNLOAD);
+        ChooseCommand(m_window, IDM_PARAM_DOWNLOAD);
         EXPECT_TRUE(g_seen) << "no dialog came up";
         EXPECT_TRUE(NewBoxes().empty());
         EXPECT_TRUE(IsWindowEnabled(m_window)) << "usable again";

@@ -5,8 +5,8 @@
 
 #include "damage/damage_test.h"
 #include "damage/label_tab.h"
-#include "damage/stand_ins.h"
 #include "fault/device_window.h"
+#include "fault/stand_ins.h"
 #include "support/plugin_window.h"
 #include "window/resource.h"
 
@@ -22,7 +22,7 @@ class DamagedSettings : public DamageTest {
 protected:
     void SetUp() override {
         DamageTest::SetUp();
-        StandInForPort(Module());
+        StandInForSystem(Module());
         WriteBytes(InFolder(L"room-unit.zpl"), Example("room-unit.zpl"));
     }
 
@@ -65,7 +65,7 @@ private:
         DropRoom();
         m_told = false;
         for (const Box& box : NewBoxes()) m_told = m_told || box.icon == Icon::kExclamation;
-        TakeReceived();
+        ForgetPrinted();
         return m_shown;
     }
 

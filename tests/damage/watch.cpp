@@ -9,7 +9,7 @@ namespace quillon::test {
 
 namespace {
 
-constexpr DWORD kLongest = 120'000;  // milliseconds; a file takes some hundredths of a second
+constexpr DWORD kPatience = 120'000;  // milliseconds; a file takes some hundredths of a second
 constexpr UINT kHung = 4;
 
 std::atomic<const char*> g_name = nullptr;
@@ -19,7 +19,7 @@ DWORD WINAPI Look(void*) {
     for (;;) {
         Sleep(500);
         const char* const name = g_name;
-        if (!name || GetTickCount() - g_start < kLongest) continue;
+        if (!name || GetTickCount() - g_start < kPatience) continue;
         std::fprintf(stderr, "[  FAILED  ] %s does not end\n", name);
         std::fflush(nullptr);
         TerminateProcess(GetCurrentProcess(), kHung);

@@ -166,7 +166,7 @@ void ChangeDeclaration(std::string& text, Random& random) {
     if (end != std::string::npos) text.replace(0, end + 2, random.Pick(kDeclarations));
 }
 
-constexpr Mutation kMutations[] = {
+constexpr Mutation kXmlMutations[] = {
     {"element renamed", Rename},
     {"letter case of a name", ChangeCase},
     {"element removed", RemoveElement},
@@ -185,7 +185,7 @@ constexpr Mutation kMutations[] = {
 }  // namespace
 
 std::span<const Mutation> XmlMutations() {
-    return kMutations;
+    return kXmlMutations;
 }
 
 }  // namespace quillon::test

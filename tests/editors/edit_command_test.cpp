@@ -226,6 +226,19 @@ TEST_F(EditCommand, ValueThatCannotBeReadBackIsGreyed) {
     EXPECT_EQ(ValueColor(list, 1), CLR_DEFAULT);
 }
 
+TEST_F(EditCommand, MonitoredValueThatWasGreyedIsShownAsUsualFromItsNextPollOn) {
+    const Window window = Open();
+    Edit(window, kMonitor, 0, [&](const Editor& editor) {
+        Host().Silence(kLeft, true);
+        editor.Cancel();
+    });
+    const HWND list = PageItem(*window, kMonitor.tab, kMonitor.list);
+    EXPECT_TRUE(IsRowGreyed(list, 0));
+    Host().Silence(kLeft, false);
+    window->Tick(frmVantor::Timer::kTmrNvs);
+    EXPECT_FALSE(IsRowGreyed(list, 0));
+}
+
 TEST_F(EditCommand, FailingHostEndsTheCommandInSilence) {
     const Window window = Open();
     for (const wchar_t* member :

@@ -39,6 +39,18 @@ HWND Control(HWND window, std::wstring_view kind) {
     return nullptr;
 }
 
+struct Search {
+    int id;
+    HWND found;
+};
+
+BOOL CALLBACK IsControl(HWND window, LPARAM argument) {
+    auto& search = *reinterpret_cast<Search*>(argument);
+    if (GetDlgCtrlID(window) != search.id) return TRUE;
+    search.found = window;
+    return FALSE;
+}
+
 }  // namespace
 
 HWND FindDeviceWindow() {
@@ -85,6 +97,33 @@ void SelectTab(HWND window, std::wstring_view caption) {
         CalmDown(window);
         return;
     }
+}
+
+HWND ControlOf(HWND window, int id) {
+    Search search{id, nullptr};
+    EnumChildWindows(window, IsControl, reinterpret_cast<LPARAM>(&search));
+    return search.found;
+}
+
+void ChooseCommand(HWND window, int command) {
+    SendMessageW(window, WM_COMMAND, static_cast<WPARAM>(command), 0);
+}
+
+bool OpenRow(HWND window, int list, std::wstring_view item) {
+    const HWND control = ControlOf(window, list);
+    for (int row = 0; row < ListView_GetItemCount(control); ++row) {
+        wchar_t text[256] = {};
+        ListView_GetItemText(control, row, 0, text, 256);
+        if (item != text) continue;
+        ListView_SetItemState(control, row, LVIS_SELECTED | LVIS_FOCUSED,
+                              LVIS_SELECTED | LVIS_FOCUSED);
+        NMITEMACTIVATE click{};
+        click.hdr = {control, static_cast<UINT_PTR>(list), static_cast<UINT>(NM_DBLCLK)};
+        SendMessageW(GetParent(control), WM_NOTIFY, click.hdr.idFrom,
+                     reinterpret_cast<LPARAM>(&click));
+        return true;
+    }
+    return false;
 }
 
 HWND TextBox(HWND window) {

@@ -4,35 +4,17 @@
 #include <utility>
 
 #include "fault/device_window.h"
-#include "support/host_app_file.h"
 
 namespace quillon::test {
 
 namespace {
 
-const char* const kSettings =
-    "[Settings]\r\nDisplayHW=1\r\nDownLoadCPs=1\r\nCP_AppCode=1\r\nHtmlHelp=room.chm\r\n"
-    "[MainView]\r\n0=1\r\n1=0\r\n2=3\r\n3=2\r\n4=4\r\n5=0\r\n"
-    "[TestNVIs]\r\n0=0\r\n1=1\r\n2=3\r\n[CommissioningNCIs]\r\n0=7\r\n"
-    "[CommissioningCPs]\r\n0=1\r\n1=2\r\n[AdvancedNCIs]\r\n0=5\r\n[AdvancedCPs]\r\n0=0\r\n"
-    "[ChangeOfValueCPs]\r\n0=4\r\n1=3\r\n"
-    "[LowCalib]\r\nCountL=1500\r\nCountH=2000\r\nVoltL=2.2\r\nVoltH=2.5\r\n"
-    "[HighCalib]\r\nCountL=6300\r\nCountH=7300\r\nVoltL=9\r\nVoltH=9.6\r\n";
-
 // Images of inputs and outputs with MODE pressed alone, at 1753 and at 6819 counts.
 const wchar_t* const kLowImage = L"00000000010000000006D9";
 const wchar_t* const kHighImage = L"0000000001000000001AA3";
 
-void Nothing(Stage&) {}
-
 com::Bstr PathIn(const Stage& stage, const wchar_t* name) {
     return com::Bstr(stage.folder + L"\\" + name);
-}
-
-HRESULT ShowWindowOf(Stage& stage) {
-    IDispatch* none = nullptr;
-    long rate = 25;
-    return stage.room.ex.Get()->ShowFocus(&none, &rate);
 }
 
 HRESULT Tick(Stage& stage, Timer timer) {
@@ -158,7 +140,8 @@ HRESULT ReadListsAgain(Stage& stage) {
 }
 
 HRESULT TellOfChanges(Stage& stage) {
-    com::Bstr point(L"1");
+    com::Bstr point(L"CPS\\1");
+    com::Bstr other(L"NVS\\7");
     com::Bstr name(L"Renamed");
     com::Bstr state(L"04");
     long reason = 0;
@@ -167,6 +150,7 @@ HRESULT TellOfChanges(Stage& stage) {
         if (stage.room.device) worst = std::min(worst, member(stage.room.device.Get()));
     };
     tell([&](IDevice* device) { return device->NVCPChanged(point.InOut()); });
+    tell([&](IDevice* device) { return device->NVCPChanged(other.InOut()); });
     tell([&](IDevice* device) { return device->ChangedName(name.InOut(), &reason); });
     tell([&](IDevice* device) { return device->ChangedStatus(state.InOut(), &reason); });
     return worst;
@@ -221,52 +205,55 @@ HRESULT RegisterAndUnregister(Stage& stage) {
     return result;
 }
 
+// A value of each kind of point, past the log.
+void ChangeListedValues(Stage& stage) {
+    PutQuietly(stage, &IDevice::get_NetworkVariables, L"7", L"3.5");
+    PutQuietly(stage, &IDevice::get_ConfigProperties, L"1", L"4");
+}
+
 constexpr Operation kOperations[] = {
-    // name, needsWindow, quiet, stops, leavesOut, prepare, run
-    {"object made", false, false, true, false, Nothing, MakeObject},
-    {"registration", false, false, true, false, Nothing, RegisterAndUnregister},
-    {"identity and inputs", false, true, true, false, Nothing, ReadEverything},
-    {"outputs written", false, true, true, false, Nothing, WriteOutputs},
-    {"window shown", false, true, true, false, Nothing, ShowWindowOf},
-    {"lists read again", true, true, true, false, Nothing, ReadListsAgain},
-    {"tick of TmrPolling", true, true, true, false, Nothing, TickOf<Timer::kPolling>},
-    {"tick of TmrAppStatus", true, true, true, false, Nothing, TickOf<Timer::kAppStatus>},
-    {"tick of TmrNvs", true, true, true, false, Nothing, TickOf<Timer::kNvs>},
-    {"tick of TmrHw", true, true, true, false, Nothing, TickOf<Timer::kHw>},
-    {"tick of Timer1", true, true, true, false, Nothing, TickOf<Timer::kOutputs>},
-    {"changes told", true, false, true, false, Nothing, TellOfChanges},
-    {"window closed", true, true, true, false, Nothing, CloseWindowOf},
-    {"export", false, true, true, true, Nothing, ExportApplication},
-    {"download", false, true, false, false, Nothing, DownloadApplication},
-    {"download by the host", false, false, true, false, Nothing, DownloadByTheHost},
-    {"calibration saved", false, true, true, false, Nothing, SaveCalibration},
-    {"calibration loaded", false, true, true, false, Nothing, LoadCalibration},
-    {"calibration finished", true, true, true, false, TakeLowAndTypeHigh, TickOf<Timer::kHw>},
+    {.name = "object made", .run = MakeObject},
+    {.name = "registration", .run = RegisterAndUnregister},
+    {.name = "identity and inputs", .quiet = true, .run = ReadEverything},
+    {.name = "outputs written", .quiet = true, .run = WriteOutputs},
+    {.name = "window shown", .quiet = true, .run = ShowWindowOf},
+    {.name = "lists read again",
+     .needsWindow = true,
+     .quiet = true,
+     .prepare = ChangeListedValues,
+     .run = ReadListsAgain},
+    {.name = "tick of TmrPolling",
+     .needsWindow = true,
+     .quiet = true,
+     .run = TickOf<Timer::kPolling>},
+    {.name = "tick of TmrAppStatus",
+     .needsWindow = true,
+     .quiet = true,
+     .run = TickOf<Timer::kAppStatus>},
+    {.name = "tick of TmrNvs", .needsWindow = true, .quiet = true, .run = TickOf<Timer::kNvs>},
+    {.name = "tick of TmrHw", .needsWindow = true, .quiet = true, .run = TickOf<Timer::kHw>},
+    {.name = "tick of Timer1", .needsWindow = true, .quiet = true, .run = TickOf<Timer::kOutputs>},
+    {.name = "changes told",
+     .needsWindow = true,
+     .prepare = ChangeListedValues,
+     .run = TellOfChanges},
+    {.name = "window closed", .needsWindow = true, .quiet = true, .run = CloseWindowOf},
+    {.name = "export", .quiet = true, .leavesOut = true, .run = ExportApplication},
+    {.name = "download", .quiet = true, .stops = false, .run = DownloadApplication},
+    {.name = "download by the host", .run = DownloadByTheHost},
+    {.name = "calibration saved", .quiet = true, .run = SaveCalibration},
+    {.name = "calibration loaded", .quiet = true, .run = LoadCalibration},
+    {.name = "calibration finished",
+     .needsWindow = true,
+     .quiet = true,
+     .prepare = TakeLowAndTypeHigh,
+     .run = TickOf<Timer::kHw>},
 };
 
 }  // namespace
 
-std::span<const Operation> Operations() {
+std::span<const Operation> DeviceOperations() {
     return kOperations;
-}
-
-void WriteInputFiles(const std::wstring& folder) {
-    WriteBytes(folder + L"\\" + Wide(kSmallProgramId) + L".ini", kSettings);
-    WriteBytes(folder + L"\\" + kApplicationFile, AppFile().Text());
-    WriteBytes(folder + L"\\" + kFactoryFile,
-               "[0000000000A2]\r\nCalibration=27103EA80028011C2F\r\n");
-}
-
-int ButtonFor(const Box& box) {
-    // Of the loader of application files, also for what it has no memory for.
-    if (box.text.starts_with(L"Bad Application file: ")) return IDOK;
-    if (box.text == L"Error: multiple connection index!") return IDOK;
-    if (box.text == L"The operation was not successfull.") return IDCANCEL;
-    if (box.text == L"No calibration values are present in the file for the device") return IDOK;
-    if (box.text == L"La calibrazione e' stata eseguita correttamente.") return IDOK;
-    if (box.text == L"Il valore di tensione non e' valido!") return IDOK;
-    // Another program than the device's own: not downloaded.
-    return std::find(box.buttons.begin(), box.buttons.end(), IDNO) == box.buttons.end() ? 0 : IDNO;
 }
 
 }  // namespace quillon::test

@@ -1,5 +1,6 @@
 #include "fault/platform_faults.h"
 
+#include <commdlg.h>
 #include <oleauto.h>
 #include <shlwapi.h>
 
@@ -24,7 +25,7 @@ struct Slot {
     long failAt = 0;  // 0: never
     bool forGood = false;
 };
-constexpr std::size_t kMostFunctions = 32;
+constexpr std::size_t kMostFunctions = 48;
 constexpr std::size_t kMostCalls = 100'000;
 std::array<Slot, kMostFunctions> g_slots;
 std::array<std::uint8_t, kMostCalls> g_order;
@@ -90,6 +91,10 @@ void StandForFiles(HMODULE module) {
     Stand<4, kFalse>(module, "WritePrivateProfileStringA", &WritePrivateProfileStringA);
     Stand<5, kFails>(module, "SHCreateStreamOnFileEx", &SHCreateStreamOnFileEx);
     Stand<6, kFalse>(module, "GetFileSizeEx", &GetFileSizeEx);
+    Stand<7, kFalse>(module, "WriteFile", &WriteFile);
+    Stand<13, kFalse>(module, "GetOpenFileNameW", &GetOpenFileNameW);
+    Stand<14, kFalse>(module, "GetSaveFileNameW", &GetSaveFileNameW);
+    Stand<15, kFalse>(module, "DeleteFileW", &DeleteFileW);
 }
 
 void StandForRegistry(HMODULE module) {
@@ -107,12 +112,27 @@ void StandForWindows(HMODULE module) {
     Stand<19, kNull<HHOOK>>(module, "SetWindowsHookExW", &SetWindowsHookExW);
     Stand<20, kNull<HBRUSH>>(module, "CreateSolidBrush", &CreateSolidBrush);
     Stand<21, kNull<HANDLE>>(module, "CreateActCtxW", &CreateActCtxW);
+    Stand<22, [] { return INT_PTR{-1}; }>(module, "DialogBoxParamW", &DialogBoxParamW);
+    Stand<23, kNull<HWND>>(module, "CreateWindowExW", &CreateWindowExW);
+}
+
+void StandForPort(HMODULE module) {
+    Stand<32, kFalse>(module, "GetCommState", &GetCommState);
+    Stand<33, kFalse>(module, "SetCommState", &SetCommState);
+    Stand<34, kFalse>(module, "SetupComm", &SetupComm);
+    Stand<35, kFalse>(module, "SetCommTimeouts", &SetCommTimeouts);
+    Stand<36, kFalse>(module, "ClearCommError", &ClearCommError);
+    Stand<37, kFalse>(module, "GetOverlappedResult", &GetOverlappedResult);
+    Stand<38, kNull<HANDLE>>(module, "CreateEventW", &CreateEventW);
 }
 
 void StandForObjects(HMODULE module) {
     Stand<24, kFails>(module, "CoCreateInstance", &CoCreateInstance);
     Stand<25, kNull<BSTR>>(module, "SysAllocStringLen", &SysAllocStringLen);
     Stand<26, kNull<BSTR>>(module, "SysAllocString", &SysAllocString);
+    Stand<27, kNull<SAFEARRAY*>>(module, "SafeArrayCreateVector", &SafeArrayCreateVector);
+    Stand<28, kFails>(module, "CreateErrorInfo", &CreateErrorInfo);
+    Stand<29, kFails>(module, "VarBstrFromR4", &VarBstrFromR4);
     g_memory = 31;
     using Malloc = void* (*)(std::size_t);
     Stand<31, kNull<void*>>(module, PlatformFaults::kMemory, static_cast<Malloc>(&std::malloc));
@@ -125,6 +145,7 @@ PlatformFaults::PlatformFaults(HMODULE module) {
     StandForFiles(module);
     StandForRegistry(module);
     StandForWindows(module);
+    StandForPort(module);
     StandForObjects(module);
     StartCount();
 }

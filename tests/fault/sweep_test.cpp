@@ -60,21 +60,7 @@ protected:
             const long nth = ++seen[function];
             faults.push_back({function + ", call " + std::to_string(nth),
                               [=, this](Stage&) { Platform().Fail(function, nth, forGood); },
-                              std::nullopt});
-        }
-        return faults;
-    }
-
-    std::vector<Fault> AtAllocations(const Seen& good) {
-        std::vector<Fault> faults;
-        const auto all = static_cast<std::size_t>(good.allocations);
-        const std::size_t count = std::min(all, kMostAllocations);
-        for (std::size_t i = 0; i < count; ++i) {
-            const auto nth = static_cast<long>(i * all / count + 1);
-            faults.push_back(
-                {"allocation " + std::to_string(nth),
-                 [=, this](Stage&) { Platform().Fail(PlatformFaults::kMemory, nth, false); },
-                 std::nullopt});
+                              std::nullopt, function == "GetPrivateProfileStringA"});
         }
         return faults;
     }
@@ -93,7 +79,7 @@ protected:
                 faults.push_back(
                     {Narrow(member) + " answers " + name,
                      [member, answer = answer](Stage&) { Host().Answer(member, answer); },
-                     std::nullopt});
+                     std::nullopt, false});
         return faults;
     }
 };
@@ -103,11 +89,14 @@ TEST_P(FaultSweep, EveryKindOfFault) {
     const Seen good = Prime(operation);
     const Rules rules;
     const Rules goesOn{.mayStopWriting = false};
-    const Rules mayFail{.successPromised = false, .mayStopWriting = false};
+    // A settings file that cannot be read reads as an empty one.
+    const Rules platform{.successPromised = false, .mayStopWriting = false, .wholeOrTold = false};
     const Rules anything{.successPromised = false,
                          .mayStopWriting = false,
                          .misuseIsWrong = false,
-                         .sameContent = false};
+                         .sameContent = false,
+                         .wholeOrTold = false,
+                         .nothingOld = false};
     Sweep(operation, "host call, once", good, AtEachCall(good, FailOnce), rules);
     Sweep(operation, "host call, for good", good, AtEachCall(good, FailForGood), rules);
     Sweep(operation, "device falls silent", good, AtEachCall(good, FallSilent), goesOn);
@@ -115,9 +104,9 @@ TEST_P(FaultSweep, EveryKindOfFault) {
     if (operation.needsWindow)
         Sweep(operation, "window closed", good, AtEachCall(good, CloseWindow), goesOn);
     Sweep(operation, "object let go", good, AtEachCall(good, LetGo), goesOn);
-    Sweep(operation, "platform call, once", good, AtEachPlatformCall(good, false), mayFail);
-    Sweep(operation, "platform call, for good", good, AtEachPlatformCall(good, true), mayFail);
-    Sweep(operation, "no memory", good, AtAllocations(good), mayFail);
+    Sweep(operation, "platform call, once", good, AtEachPlatformCall(good, false), platform);
+    Sweep(operation, "platform call, for good", good, AtEachPlatformCall(good, true), platform);
+    Sweep(operation, "no memory", good, AtAllocations(good, kMostAllocations), kWithoutMemory);
     ExpectWorks(operation, good);
 }
 

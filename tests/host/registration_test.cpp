@@ -67,13 +67,13 @@ Lines Difference(const Tree& tree, const Tree& other) {
 const struct {
     const wchar_t* progId;
     const CLSID& clsid;
-} kClasses[] = {{L"Quillon.CDevice", CLSID_CDevice},
-                {L"Quillon.CProfile", CLSID_CProfile},
-                {L"Quillon.CNV", CLSID_CNV},
-                {L"Quillon.CNVs", CLSID_CNVs},
-                {L"Quillon.CCP", CLSID_CCP},
-                {L"Quillon.CCPs", CLSID_CCPs},
-                {L"Quillon.CRegistry", CLSID_CRegistry}};
+} kRegistered[] = {{L"Quillon.CDevice", CLSID_CDevice},
+                   {L"Quillon.CProfile", CLSID_CProfile},
+                   {L"Quillon.CNV", CLSID_CNV},
+                   {L"Quillon.CNVs", CLSID_CNVs},
+                   {L"Quillon.CCP", CLSID_CCP},
+                   {L"Quillon.CCPs", CLSID_CCPs},
+                   {L"Quillon.CRegistry", CLSID_CRegistry}};
 
 std::wstring GuidText(const GUID& guid) {
     wchar_t text[40];
@@ -113,7 +113,7 @@ protected:
     }
     void ExpectRegistered(HKEY root) {
         const Tree tree = ClassesOf(root);
-        for (const auto& one : kClasses) {
+        for (const auto& one : kRegistered) {
             SCOPED_TRACE(Narrow(one.progId));
             const std::wstring id = L"\\clsid\\" + GuidText(one.clsid);
             const auto value = [&](const std::wstring& path) {
@@ -139,7 +139,7 @@ protected:
     }
     // By ProgID, as a host does it; the system loads the DLL.
     void ExpectCreatable() {
-        for (const auto& one : kClasses) {
+        for (const auto& one : kRegistered) {
             SCOPED_TRACE(Narrow(one.progId));
             CLSID clsid{};
             EXPECT_EQ(CLSIDFromProgID(one.progId, &clsid), S_OK);

@@ -133,7 +133,7 @@ struct ClassFace {
     const wchar_t* face;
 };
 
-const ClassFace kClasses[] = {
+const ClassFace kPublicFaces[] = {
     {CLSID_CDevice, L"CDevice", L"_CDevice"},
     {CLSID_CProfile, L"CProfile", L"_CProfile"},
     {CLSID_CNV, L"CNV", L"_CNV"},
@@ -170,7 +170,7 @@ std::wstring FaceOf(ITypeInfo* info, int flags) {
 
 TEST_F(TypeLibraries, AllSevenClassesAreCreatableWithTheirDefaultFace) {
     const auto library = Load(1);
-    for (const ClassFace& one : kClasses) {
+    for (const ClassFace& one : kPublicFaces) {
         com::Ptr<ITypeInfo> info;
         com::Check(library->GetTypeInfoOfGuid(one.clsid, info.Out()));
         TYPEATTR* attributes = nullptr;

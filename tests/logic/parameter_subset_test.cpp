@@ -7,14 +7,14 @@
 namespace quillon {
 namespace {
 
-using Names = std::vector<std::wstring>;
+using Sections = std::vector<std::wstring>;
 
-std::int32_t Variables(std::wstring_view total, const Names& sections) {
+std::int32_t Variables(std::wstring_view total, const Sections& sections) {
     return EntryCount(total, sections, kVariableEntries);
 }
 
 TEST(EntryCount, FollowsTheTotalWhereTheSectionsAreThere) {
-    const Names sections{L"GEN_INFO", L"NCIs", L"NCI_0", L"NCI_1", L"NCI_2", L"CPs", L"CP_0"};
+    const Sections sections{L"GEN_INFO", L"NCIs", L"NCI_0", L"NCI_1", L"NCI_2", L"CPs", L"CP_0"};
     EXPECT_EQ(Variables(L"3", sections), 3);
     EXPECT_EQ(Variables(L"2", sections), 2);
     EXPECT_EQ(Variables(L"0", sections), 0);
@@ -22,7 +22,7 @@ TEST(EntryCount, FollowsTheTotalWhereTheSectionsAreThere) {
 }
 
 TEST(EntryCount, TotalThatPromisesMoreIsNotBelieved) {
-    const Names sections{L"NCI_0", L"NCI_4", L"CP_9"};
+    const Sections sections{L"NCI_0", L"NCI_4", L"CP_9"};
     for (const wchar_t* total : {L"5", L"6", L"1000000000", L"99999999999999999999"})
         EXPECT_EQ(Variables(total, sections), 5) << "gaps give empty lines";
     EXPECT_EQ(Variables(L"1000000000", {}), 0);

@@ -70,8 +70,9 @@ TEST(SettingsFileName, TrailingDotOrBlankNamesNoFile) {
 }
 
 TEST(SettingsFileName, DeviceNamesNameNoFile) {
-    for (const wchar_t* id : {L"CON", L"con", L"Prn", L"AUX", L"nul", L"COM1", L"com9", L"LPT5",
-                              L"NUL.txt", L"con.a.b", L"COM1 .x", L" CON", L"LPT\u00B9"}) {
+    for (const wchar_t* id :
+         {L"CON", L"con", L"Prn", L"AUX", L"nul", L"COM1", L"com9", L"LPT5", L"NUL.txt", L"con.a.b",
+          L"COM1 .x", L" CON", L"LPT\u00B9", L"CONIN$", L"conout$.x"}) {
         EXPECT_EQ(SettingsFileName(id), std::nullopt) << id;
     }
 }

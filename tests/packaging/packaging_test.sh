@@ -4,13 +4,14 @@
 #   tests/packaging/packaging_test.sh           both bitnesses, after both presets have been built
 #   tests/packaging/packaging_test.sh i686      32 bit alone; or x86_64
 #
-# Wine finds no class that is registered for the user alone; of that registration the keys are checked.
+# All of it happens in a folder of its own below build/, which is removed at the end. Wine finds no class
+# that is registered for the user alone; of that registration the keys are checked.
 set -u
 cd "$(dirname "$0")/../.." || exit 1
 root=$PWD
 
-# Its name must not be that of the product: what is left in the registry is searched for that.
-work=$(mktemp -d /tmp/setup-test.XXXXXX)
+mkdir -p build
+work=$(mktemp -d "$root/build/packaging.XXXXXX")
 export HOME=$work/home QUILLON_WINE_BASE=$work/wine
 unset DISPLAY QUILLON_DISPLAY
 mkdir -p "$HOME"
@@ -32,16 +33,22 @@ ends_with() { # CODE PROGRAM ARGS...
     [ $result = "$1" ] || { echo "exit code $result of ${*:2}"; head -20 "$out"; return 1; }
 }
 # All programs of the prefix have ended and its registry is in its files.
-settled() { WINEPREFIX=$prefix wineserver -w </dev/null; }
+settled() { WINEPREFIX=$prefix timeout 300 wineserver -w </dev/null >/dev/null 2>&1; }
 flushed() {
     "$root/scripts/wine-run.sh" "$arch" stop
     settled
 }
+jobs=()
 leave() {
-    for arch in i686 x86_64; do "$root/scripts/wine-run.sh" $arch stop; done
+    for job in "${jobs[@]}"; do kill "$job" 2>/dev/null; done
+    for arch in i686 x86_64; do
+        prefix=$("$root/scripts/wine-run.sh" $arch prefix)
+        [ ! -d "$prefix" ] || flushed
+    done
     rm -rf "$work"
 }
 trap leave EXIT
+trap 'exit 1' INT TERM HUP
 
 # The classes whose server is the Quillon.dll in a folder of that name: registered_in FILE FOLDER. In the
 # files of the registry a backslash is two.
@@ -54,10 +61,19 @@ in_manifest() { grep -o 'clsid="[^"]*"' "$1" | cut -d'"' -f2 | sort; }
 same_classes() { # REGISTRY FOLDER MANIFEST
     [ -s "$3" ] && [ "$(registered_in "$1" "$2")" = "$(in_manifest "$3")" ]
 }
-names_us() { grep -qiE 'quillon|A930D55D-9545|142C8364-7806' "$@"; }
+# Wine's registry names folders of this machine, whose names may be the product's: those do not count.
+ours=$(printf '%s' "$root" | sed -E 's|[^/[:alnum:]]|.|g; s|/|[/\\\\]+|g')
+names_us() { cat "$@" | sed -E "s|$ours||gI" | grep -iE 'quillon|A930D55D-9545|142C8364-7806' >"$out.names" && head -5 "$out.names"; }
+keys() { cat "$prefix"/*.reg | grep '^\[' | sed 's/\] .*/]/' | LC_ALL=C sort; }
+same_keys() { keys | diff "$1" -; }
 has() { [ -f "$place/$1" ]; }
+in_start_menu() { # PATTERN...
+    local text pattern
+    text=$(find "$prefix/drive_c" -path '*/Start Menu/*/Quillon/*.lnk' -exec cat {} + | tr -d '\0')
+    for pattern in "$@"; do grep -aq -e "$pattern" <<<"$text" || return 1; done
+}
 holds() { grep -q "$1" "$2" 2>/dev/null; }
-left_over() { (cd "$place" && find . -type f | sort | tr '\n' ' ') 2>/dev/null; }
+left_over() { (cd "$place" && find . -type f | LC_ALL=C sort | tr '\n' ' ') 2>/dev/null; }
 
 # An example that is edited here, and one that nobody edits. The bench writes settings of every program
 # ID of its network.
@@ -84,7 +100,8 @@ installed() {
         check "$folder: examples as delivered" has "$folder/examples/$untouched"
         [ ! -f build/package/stage/Quillon.chm ] || check "$folder: help" has "$folder/Quillon.chm"
     done
-    check "start menu" [ -n "$(find "$prefix/drive_c" -name 'Quillon demo.lnk')" ]
+    check "start menu: the bench by its manifest" in_start_menu 'demo\\bench\.exe' '--manifest demo\.manifest'
+    [ ! -f build/package/stage/Quillon.chm ] || check "start menu: the help" in_start_menu 'demo\\Quillon\.chm'
     check_not "no 64-bit plug-in on a 32-bit system" eval '[ $arch = i686 ] && has 64/Quillon.dll'
     flushed
     for folder in $folders; do
@@ -94,14 +111,21 @@ installed() {
     check_not "nothing is registered for the user" names_us "$prefix/user.reg"
 }
 
-# A registered host program loads the registered plug-in; what it changes beside it is the operator's.
+# A registered host program loads the registered plug-in of its bitness.
+used_by() { # FOLDER HOST REGSVR32
+    check "$1: the simulated host is registered" ends_with 0 "$3" /s "$2\\Quorvex.dll"
+    check "$1: export through the registered plug-in" ends_with 0 "$2\\bench.exe" export "Room 101" "C:\\room-$1.app"
+    check "$1: the exported file is there" holds '<Configuration>' "$prefix/drive_c/room-$1.app"
+    [ ! -f "$place/$1/Quillon.chm" ] || check "$1: its help opens" ends_with 0 "$2\\bench.exe" help "Room 101"
+    # What is changed beside the plug-in is the operator's.
+    [ "$1" != "$own" ] || check "settings are edited beside the installed plug-in" \
+        ends_with 0 "$2\\bench.exe" settings ForceCustomerID operator
+    check "$1: the simulated host is unregistered" ends_with 0 "$3" /s /u "$2\\Quorvex.dll"
+}
 used() {
-    check "the simulated host is registered" ends_with 0 regsvr32 /s "$bench\\Quorvex.dll"
-    check "export through the registered plug-in" ends_with 0 "$bench\\bench.exe" export "Room 101" 'C:\room101.app'
-    check "the exported file is there" holds '<Configuration>' "$prefix/drive_c/room101.app"
-    check "settings are edited beside the installed plug-in" ends_with 0 "$bench\\bench.exe" settings ForceCustomerID operator
-    check "they are those of the registered DLL" holds ForceCustomerID=operator "$place/$own/$edited"
-    check "the simulated host is unregistered" ends_with 0 regsvr32 /s /u "$bench\\Quorvex.dll"
+    used_by "$own" "$bench" regsvr32
+    [ "$own" = 32 ] || used_by 32 'C:\Program Files (x86)\Quillon\demo' 'C:\windows\syswow64\regsvr32.exe'
+    check "edited settings are those of the registered DLL" holds ForceCustomerID=operator "$place/$own/$edited"
 }
 
 registration_free() {
@@ -112,7 +136,7 @@ registration_free() {
 }
 
 upgraded() {
-    touch "$place/$own/0123456789AB.tca" "$place/$own/room.app"
+    touch "$place/$own/0123456789AB.tca" "$place/$own/room.app" "$place/$own/examples/mine.ini"
     # Like a DLL that a host has loaded, a folder cannot be opened for writing.
     mv "$place/$own/Quillon.dll" "$work/$arch.dll"
     mkdir "$place/$own/Quillon.dll"
@@ -133,9 +157,9 @@ removed() {
     check "uninstalls silently" ends_with 0 "$place/uninstall.exe" /S
     settled
     check "only the operator's files are left: $(left_over)" \
-        [ "$(left_over)" = "./$own/0123456789AB.tca ./$own/$edited ./$own/$also_edited ./$own/room.app " ]
+        [ "$(left_over)" = "$(printf "./$own/%s " 0123456789AB.tca "$edited" "$also_edited" examples/mine.ini room.app)" ]
     check_not "no key is left" names_us "$prefix/system.reg" "$prefix/user.reg" "$prefix/userdef.reg"
-    check "nothing in the start menu" [ -z "$(find "$prefix/drive_c" -iname 'Quillon demo.lnk')" ]
+    check "nothing in the start menu" [ -z "$(find "$prefix/drive_c" -ipath '*Quillon*.lnk')" ]
     rm -rf "$place"
 }
 
@@ -154,6 +178,19 @@ for_the_user() {
     check "no file is left: $(left_over)" eval '[ -z "$(left_over)" ] || [ "$(left_over)" = "./uninstall.exe " ]'
     check_not "no key is left" names_us "$prefix/system.reg" "$prefix/user.reg"
     rm -rf "$place"
+}
+
+in_another_folder() {
+    place="$prefix/drive_c/Tools/Quillon"
+    keys >"$out.keys"
+    check "installs in a folder of the operator's choice" ends_with 0 "$setup" /S '/D=C:\Tools\Quillon'
+    check "it is there" has "$own/Quillon.dll"
+    check "an upgrade finds it" ends_with 0 "$work/Quillon-2.1.15-setup.exe" /S
+    check "and renews it" holds 2.1.15 "$place/$own/$untouched"
+    check "uninstalls from there" ends_with 0 "$place/uninstall.exe" /S
+    settled
+    check_not "the folder is gone" [ -e "$place" ]
+    check "the registry has the keys that it had before" same_keys "$out.keys"
 }
 
 broken_installed() {
@@ -185,6 +222,7 @@ one_bitness() { # ARCH
     upgraded
     removed
     for_the_user
+    in_another_folder
     flushed
     echo "packaging, $arch: $failed failed"
     [ $failed = 0 ]
@@ -198,7 +236,6 @@ newer_installer || exit 1
 broken_installer || exit 1
 
 # Both at once: they share nothing but the installers, and mostly wait.
-jobs=()
 for arch in ${1:-i686 x86_64}; do
     one_bitness "$arch" >"$work/$arch.log" 2>&1 &
     jobs+=($!)

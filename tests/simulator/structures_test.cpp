@@ -1,15 +1,10 @@
 #include <gtest/gtest.h>
 
-#include <stdexcept>
-
 #include "catalogue/catalogue.h"
+#include "known_types.h"
 
 namespace quorvex {
 namespace {
-
-const Type& The(std::wstring_view name) {
-    return *FindType(name);
-}
 
 Bytes Hex(std::wstring_view text) {
     return BytesFromRawText(text).value();

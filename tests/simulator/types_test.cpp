@@ -5,15 +5,10 @@
 #include <string>
 
 #include "catalogue/catalogue.h"
+#include "known_types.h"
 
 namespace quorvex {
 namespace {
-
-const Type& The(std::wstring_view name) {
-    const Type* const type = FindType(name);
-    if (type == nullptr) throw std::invalid_argument("no such type");
-    return *type;
-}
 
 TEST(Types, ThereAreEnoughAndNamesAndIndexesAreUnique) {
     std::set<std::wstring_view> names;

@@ -152,7 +152,7 @@ void SoakTest::EditValue(Desk& desk) {
     SetFocus(list);
     TypeIntoNextEditor(value);
     m_gap->Looked("an edit");
-    ChooseEntry(desk.window, IDM_EDIT_VALUE);
+    ChooseCommand(desk.window, IDM_EDIT_VALUE);
     EXPECT_TRUE(EditorAnswered()) << "no editor came up";
     EXPECT_TRUE(CellText(list, row, 1).starts_with(value)) << Narrow(CellText(list, row, 1));
     ++m_edits;

@@ -2,9 +2,6 @@
 
 #include <windows.h>
 
-#include <filesystem>
-#include <fstream>
-#include <iterator>
 #include <stdexcept>
 
 namespace quillon::test {
@@ -37,22 +34,6 @@ void RemoveFile(Json& device, std::string_view id) {
     for (Json& entry : device.at("files"))
         if (entry.at("id") != id) kept.push_back(entry);
     device["files"] = kept;
-}
-
-std::string ReadBytes(const std::wstring& path) {
-    std::ifstream file(std::filesystem::path(path), std::ios::binary);
-    if (!file) throw std::runtime_error("cannot read " + Narrow(path));
-    return {std::istreambuf_iterator<char>(file), {}};
-}
-
-void WriteBytes(const std::wstring& path, std::string_view bytes) {
-    std::ofstream file(std::filesystem::path(path), std::ios::binary | std::ios::trunc);
-    file.write(bytes.data(), static_cast<std::streamsize>(bytes.size()));
-    if (!file.flush()) throw std::runtime_error("cannot write " + Narrow(path));
-}
-
-bool FileExists(const std::wstring& path) {
-    return GetFileAttributesW(path.c_str()) != INVALID_FILE_ATTRIBUTES;
 }
 
 std::wstring Wide(std::string_view utf8) {

@@ -1,9 +1,11 @@
-// Networks for the simulated host as JSON, and files of a test's own.
+// Networks for the simulated host as JSON.
 #pragma once
 
 #include <nlohmann/json.hpp>
 #include <string>
 #include <string_view>
+
+#include "support/temp_folder.h"
 
 namespace quillon::test {
 
@@ -27,11 +29,6 @@ Json* FileOf(Json& device, std::string_view id);
 // Sets an entry's value, and adds the entry where the device has none.
 void SetFile(Json& device, const char* id, const std::string& value);
 void RemoveFile(Json& device, std::string_view id);
-
-// Files, in UTF-8. Reading one that is not there throws std::runtime_error.
-std::string ReadBytes(const std::wstring& path);
-void WriteBytes(const std::wstring& path, std::string_view bytes);
-bool FileExists(const std::wstring& path);
 
 // ASCII and UTF-8 to and from wide text.
 std::wstring Wide(std::string_view utf8);

@@ -212,7 +212,8 @@ Lines Changes(const Lines& lines) {
     Lines chosen;
     for (const std::wstring& line : lines)
         if (line.find(L".put(") != std::wstring::npos || line.starts_with(L"IDevice.Go") ||
-            line.starts_with(L"IDevice.Write") || line.starts_with(L"IDevice.Re"))
+            line.starts_with(L"IDevice.Write") || line.starts_with(L"IDevice.Re") ||
+            line.starts_with(L"IDevice.ParameterDownload"))
             chosen.push_back(line);
     // Reads whose names begin like those of writes.
     std::erase_if(chosen, [](const std::wstring& line) {

@@ -1,4 +1,4 @@
-// A window of the plug-in's DLL, reached by the numbers of its controls and commands.
+// Windows of the plug-in's DLL: what they show, and their buttons.
 #pragma once
 
 #include <windows.h>
@@ -7,11 +7,7 @@
 
 namespace quillon::test {
 
-// A control of the window or of one of its pages, shown or not; null when there is none.
-HWND ControlOf(HWND window, int id);
 std::wstring TextOf(HWND control);
-// What a click on an entry of the menu does.
-void ChooseEntry(HWND window, int id);
 // What a click on a button does.
 void PressButton(HWND button);
 // A visible window of this thread with the caption; null when there is none.

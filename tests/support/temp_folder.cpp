@@ -6,6 +6,7 @@
 #include <filesystem>
 #include <fstream>
 #include <iterator>
+#include <stdexcept>
 
 namespace quillon::test {
 
@@ -34,16 +35,16 @@ std::wstring TempFolder::Write(std::wstring_view name, std::string_view bytes) c
 void WriteBytes(const std::wstring& path, std::string_view bytes) {
     std::ofstream file(std::filesystem::path(path), std::ios::binary);
     file.write(bytes.data(), static_cast<std::streamsize>(bytes.size()));
-    EXPECT_TRUE(file.good()) << testing::PrintToString(path);
+    if (!file.flush()) throw std::runtime_error("cannot write " + testing::PrintToString(path));
 }
 
 std::string ReadBytes(const std::wstring& path) {
     std::ifstream file(std::filesystem::path(path), std::ios::binary);
-    EXPECT_TRUE(file.good()) << testing::PrintToString(path);
+    if (!file) throw std::runtime_error("cannot read " + testing::PrintToString(path));
     return {std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()};
 }
 
-bool Exists(const std::wstring& path) {
+bool FileExists(const std::wstring& path) {
     return GetFileAttributesW(path.c_str()) != INVALID_FILE_ATTRIBUTES;
 }
 

@@ -26,9 +26,9 @@ private:
     std::wstring m_path;
 };
 
-// Whole files. A file that cannot be opened fails the running test; Read then gives nothing.
+// Whole files. One that cannot be read or written throws std::runtime_error.
 void WriteBytes(const std::wstring& path, std::string_view bytes);
 std::string ReadBytes(const std::wstring& path);
-bool Exists(const std::wstring& path);
+bool FileExists(const std::wstring& path);
 
 }  // namespace quillon::test

@@ -106,11 +106,16 @@ TEST_F(WindowEvents, PointThatNoRowShowsIsNotLookedUp) {
     EXPECT_EQ(Host().Count(L"Points.Item"), 0);
 }
 
-TEST_F(WindowEvents, SilentPointKeepsTheShownText) {
+TEST_F(WindowEvents, SilentPointKeepsTheShownTextGreyedUntilItIsRead) {
     const Window window = ShowFocus(Device());
     Host().Silence(kLeft, true);
     TellPoint(L"NVS\\0");
     EXPECT_EQ(CellText(Monitor(window), 0, 1), L"21.00 degrees Celsius");
+    EXPECT_TRUE(IsRowGreyed(Monitor(window), 0));
+    EXPECT_FALSE(IsRowGreyed(Monitor(window), 1));
+    Host().Silence(kLeft, false);
+    TellPoint(L"NVS\\0");
+    EXPECT_FALSE(IsRowGreyed(Monitor(window), 0));
 }
 
 TEST_F(WindowEvents, FailingHostLeavesEverythingAsItIs) {
@@ -121,6 +126,7 @@ TEST_F(WindowEvents, FailingHostLeavesEverythingAsItIs) {
     TellPoint(L"NVS\\0");
     Tell(&IDevice::ChangedStatus);
     EXPECT_EQ(Rows(Monitor(window)), rows);
+    EXPECT_TRUE(IsRowGreyed(Monitor(window), 0));
     EXPECT_EQ(window->StateNumberShown(), 4);
 }
 

@@ -218,18 +218,10 @@ TEST_F(Freezing, WindowInAnyStateIsThawedByItsStatusChange) {
 class OldValues : public Freezing {
 protected:
     static bool LabelGreyed(const Window& window, int index) {
-        const HWND label = PageItem(*window, kTabMain, IDC_LBLNV_FIRST + index);
-        const HDC context = GetDC(label);
-        SetTextColor(context, RGB(1, 2, 3));
-        SendMessageW(GetParent(label), WM_CTLCOLORSTATIC, reinterpret_cast<WPARAM>(context),
-                     reinterpret_cast<LPARAM>(label));
-        const bool greyed = GetTextColor(context) == GetSysColor(COLOR_GRAYTEXT);
-        ReleaseDC(label, context);
-        return greyed;
+        return IsLabelGreyed(PageItem(*window, kTabMain, IDC_LBLNV_FIRST + index));
     }
     static bool RowGreyed(const Window& window, int row) {
-        return ValueColor(PageItem(*window, kTabTest, IDC_LVMONITOR), row) ==
-               GetSysColor(COLOR_GRAYTEXT);
+        return IsRowGreyed(PageItem(*window, kTabTest, IDC_LVMONITOR), row);
     }
 };
 
@@ -271,6 +263,37 @@ TEST_F(OldValues, NothingGrowsOldWhileTheDeviceAnswers) {
     Tick(window, 100);
     for (int label = 0; label < 6; ++label) EXPECT_FALSE(LabelGreyed(window, label)) << label;
     for (int row = 0; row < 3; ++row) EXPECT_FALSE(RowGreyed(window, row)) << row;
+}
+
+TEST_F(OldValues, MainViewGreysWhenReadingOneOfItsValuesKeepsFailing) {
+    const Window window = Open();
+    Tick(window, 5);
+    Host().FailAlways(L"Point.Value.get");
+    // The first failing tick only finds it out.
+    Tick(window, 1 + 14);
+    EXPECT_FALSE(LabelGreyed(window, 3));
+    Tick(window);
+    for (int label = 0; label < 5; ++label) EXPECT_TRUE(LabelGreyed(window, label)) << label;
+    for (int row = 0; row < 3; ++row) EXPECT_FALSE(RowGreyed(window, row)) << row;
+    Host().Restore();
+    Tick(window, 5);
+    for (int label = 0; label < 5; ++label) EXPECT_FALSE(LabelGreyed(window, label)) << label;
+}
+
+TEST_F(OldValues, RowGreysWhenReadingItKeepsFailing) {
+    const Window window = Open();
+    const auto tickRows = [&](int times) {
+        for (int tick = 0; tick < 3 * times; ++tick) window->Tick(Timer::kTmrNvs);
+    };
+    Host().FailAlways(L"Point.Value.get");
+    tickRows(14);
+    EXPECT_FALSE(RowGreyed(window, 0));
+    tickRows(1);
+    for (int row = 0; row < 3; ++row) EXPECT_TRUE(RowGreyed(window, row)) << row;
+    Host().Restore();
+    window->Tick(Timer::kTmrNvs);
+    EXPECT_FALSE(RowGreyed(window, 0));
+    EXPECT_TRUE(RowGreyed(window, 1));
 }
 
 TEST_F(OldValues, RestingTicksCountToo) {

@@ -167,14 +167,18 @@ TEST_F(Loading, WithoutSettingsFileTheListsAreEmpty) {
 }
 
 TEST_F(Loading, ProgramIdThatIsNoFileNameGivesEmptyLists) {
+    // What a path built blindly would lead to.
+    const std::wstring outside = InFolder(L"..\\quillon-other.ini");
+    WriteBytes(outside, UsualSettings());
     const auto device = MakeDevice();
-    for (const wchar_t* id : {L"", L"..\\other", L"C:\\x", L"a*b"}) {
+    for (const wchar_t* id : {L"", L"..\\quillon-other", L"C:\\x", L"a*b", L"NUL"}) {
         Host().Answer(L"IDevice.PollingPID.get", id);
         const Window window = ShowFocus(device);
         ASSERT_TRUE(window);
         EXPECT_TRUE(Rows(PageItem(*window, kTabTest, IDC_LVMONITOR)).empty());
         window->Unload();
     }
+    DeleteFileW(outside.c_str());
 }
 
 TEST_F(Loading, WindowOpensWhicheverCallOfTheHostFails) {

@@ -31,6 +31,12 @@ private:
     HKEY m_root;
 };
 
+std::wstring FileOf(HMODULE module) {
+    wchar_t path[MAX_PATH];
+    GetModuleFileNameW(module, path, MAX_PATH);
+    return path;
+}
+
 TEST_F(Menus, BarHasThreeMenus) {
     const Window window = Open();
     EXPECT_EQ(MenuEntries(GetMenu(window->Handle())), (Lines{L"&File", L"&Action", L"?"}));
@@ -155,11 +161,16 @@ TEST_F(Documentation, MissingOrUnreadableIdentityIsAFileThatDoesNotExist) {
 }
 
 TEST_F(Documentation, IdentityThatIsNoNumberLeadsNowhere) {
+    // What a path built blindly would lead to, and no viewer that would show it.
+    const std::wstring outside = InFolder(L"..\\x.pdf");
+    WriteBytes(outside, "%PDF-1.4");
     const Window window = WindowTest::Open();
+    const EmptyRegistry withoutViewers(HKEY_CLASSES_ROOT);
     for (const wchar_t* text : {L"..\\x", L"?", L"", L"123", L"C:\\a"}) {
         Host().Answer(L"IFile.ValueText.get", text);
         EXPECT_EQ(Open(window), kNotAvailable);
     }
+    DeleteFileW(outside.c_str());
 }
 
 TEST_F(Documentation, FileWithoutAViewerSaysSo) {
@@ -172,7 +183,63 @@ TEST_F(Documentation, FileWithoutAViewerSaysSo) {
     EXPECT_EQ(text, L"Viewer not Available. Please install the viewer to see the documentation");
 }
 
-class Help : public Menus {};
+// The viewer's DLL stays loaded once it was needed; each of these tests begins and ends without it.
+class Help : public Menus {
+protected:
+    void SetUp() override {
+        Menus::SetUp();
+        Unload();
+        // What the viewer makes for ever is made before it is counted.
+        ChooseWith("absent.chm");
+        Unload();
+        CountAgain();
+    }
+    void TearDown() override {
+        Unload();
+        Menus::TearDown();
+    }
+
+    static HMODULE Viewer() { return GetModuleHandleW(L"hhctrl.ocx"); }
+    static void Unload() {
+        while (Viewer()) FreeLibrary(Viewer());
+    }
+    // Opens help in a window whose settings name this file.
+    void ChooseWith(const std::string& file) {
+        WriteSettings("[Settings]\r\nHtmlHelp=" + file + "\r\n");
+        const Window window = Open();
+        Choose(*window, IDM_HELP_TOPICS);
+        window->Unload();
+    }
+};
+
+TEST_F(Help, NameThatLeavesTheFolderIsAMissingFile) {
+    for (const char* file :
+         {"..\\room.chm", "help\\..\\..\\room.chm", "C:\\room.chm", "C:room.chm", "\\room.chm",
+          "\\\\server\\share\\room.chm", "room.chm:stream", "NUL", "room.chm.", ""}) {
+        SCOPED_TRACE(file);
+        ChooseWith(file);
+        EXPECT_FALSE(Viewer()) << "the viewer was asked for it";
+    }
+    ChooseWith("help\\room.chm");
+    EXPECT_TRUE(Viewer()) << "a folder in there is fine";
+}
+
+TEST_F(Help, ViewerPlantedBesideTheHostIsNotLoaded) {
+    const std::wstring planted = InFolder(L"hhctrl.ocx");
+    // Any DLL will do.
+    ASSERT_TRUE(
+        CopyFileW(FileOf(GetModuleHandleW(L"Quorvex.dll")).c_str(), planted.c_str(), FALSE));
+    ChooseWith("room.chm");
+    const std::wstring loaded = Viewer() ? FileOf(Viewer()) : L"none";
+    Unload();
+    DeleteFileW(planted.c_str());
+    wchar_t system[MAX_PATH];
+    GetSystemDirectoryW(system, MAX_PATH);
+    EXPECT_EQ(CompareStringOrdinal(loaded.c_str(), -1,
+                                   (std::wstring(system) + L"\\hhctrl.ocx").c_str(), -1, TRUE),
+              CSTR_EQUAL)
+        << Narrow(loaded);
+}
 
 TEST_F(Help, WithoutTheViewerTheInstallationIsAskedFor) {
     const Window window = Open();

@@ -79,6 +79,8 @@ TEST_F(Parameters, SavedOfOneDeviceChosenAndDownloadedIntoAnother) {
     EXPECT_EQ(Downloads(), 1);
     EXPECT_EQ(PropertyOf(kRight, 2), PropertyOf(kLeft, 2));
     EXPECT_EQ(PropertyOf(kRight, 1), code) << "was not chosen";
+    const std::wstring shown = CellText(PageItem(*right, kTabTune, IDC_LVCPS), 2, 1);
+    EXPECT_TRUE(shown.starts_with(PropertyOf(kRight, 2))) << "not read again: " << Narrow(shown);
     EXPECT_TRUE(ActionMenuEnabled(*right));
 }
 

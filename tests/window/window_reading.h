@@ -8,6 +8,7 @@
 #include <string>
 #include <vector>
 
+#include "support/drawn_colors.h"
 #include "window/frmVantor.h"
 
 namespace quillon::test {
@@ -36,8 +37,6 @@ std::vector<int> ShownTabNumbers(const frmVantor& window);
 Lines Headers(HWND list);
 std::vector<ShownRow> Rows(HWND list);
 std::wstring CellText(HWND list, int row, int column);
-// The colour in which the "Value" cell of a row asks to be drawn; CLR_DEFAULT: the usual one.
-COLORREF ValueColor(HWND list, int row);
 Lines ListBoxEntries(HWND listBox);
 std::wstring Panel(const frmVantor& window, int place);
 
