@@ -84,7 +84,8 @@ if step "native build" build native; then
 fi
 [ $native_only = no ] || finish
 
-step "formatting" scripts/check_format.sh
+step "links" scripts/check_links.py
+step "guide" scripts/check_guide.py
 
 bitnesses=(win32:i686 win64:x86_64)
 if [ $setup = 3 ]; then
@@ -116,4 +117,19 @@ for test in "${running[@]}"; do
     cat "build/$preset.tests.txt"
     record "$preset tests" $result "$(cat "build/$preset.seconds")"
 done
+
+# The installer carries both bitnesses, and is itself a 32-bit program.
+install_and_remove() {
+    scripts/unless_passed.sh build/passed packaging packaging examples help/*.* CMakeLists.txt simulator/networks \
+        scripts/package.sh scripts/compile_installer.sh tests/packaging/packaging_test.sh \
+        build/win{32,64}/src/Quillon.dll build/win{32,64}/simulator/Quorvex.dll \
+        build/win{32,64}/simulator/bench/bench.exe -- tests/packaging/packaging_test.sh
+}
+[ $setup = 3 ] || step "installer" install_and_remove
+
+step "static checks" scripts/static_checks.sh "$([ $full = yes ] && echo all || echo changed)"
+if [ $full = yes ]; then
+    step "coverage of logic" scripts/coverage.sh logic
+    step "coverage of shell" scripts/coverage.sh shell
+fi
 finish

@@ -32,6 +32,7 @@ std::wstring LongList() {
 // A list box as an editor has it, filled with the labels alone.
 double FillBareBox() {
     std::vector<std::wstring> labels;
+    labels.reserve(kEntries);
     for (int code = 0; code < kEntries; ++code) labels.push_back(L"Entry " + std::to_wstring(code));
     HWND owner = nullptr;
     const double seconds = Seconds([&] {
@@ -77,6 +78,7 @@ struct Opening {
     double seen = 0;
     const Session* session = nullptr;
     std::vector<long> calls;
+    calls.reserve(kMembers.size());
     long callsByKeys = 0;
     bool obeysKeys = false;
 };
@@ -101,6 +103,7 @@ constexpr std::array kMembers{L"IDevice.ConfigProperties.get",
 
 std::vector<long> CallsOf(const Session& session) {
     std::vector<long> calls;
+    calls.reserve(kMembers.size());
     for (const wchar_t* member : kMembers) calls.push_back(session.Calls(member));
     return calls;
 }

@@ -74,7 +74,8 @@ shell() {
     while read -r name; do excluded+=(--exclude "$name\\.(cpp|h)"); done < <(logic_names)
     scripts/wine-run.sh i686 start
     for program in "${programs[@]}"; do
-        GCOV_PREFIX=Z: timeout 1800 scripts/wine-run.sh i686 "$tests/$program.exe" --gtest_brief=1 || return 1
+        GCOV_PREFIX=Z: QUILLON_TEST_SECONDS=1000 timeout 3600 \
+            scripts/wine-run.sh i686 "$tests/$program.exe" --gtest_brief=1 || return 1
     done
     report win32 85 i686-w64-mingw32-gcov-posix "${excluded[@]}"
 }

@@ -100,6 +100,16 @@ prepare() { # PRESET
 
 # The file that stands for each changed one: itself, or for a header the source of the same name.
 units_to_tidy() {
+    local file
+    for file in "${files[@]}"; do
+        case $file in
+            *.h) [ ! -f "${file%.h}.cpp" ] || printf '%s\n' "${file%.h}.cpp" ;;
+            *) printf '%s\n' "$file" ;;
+        esac
+    done | sort -u
+}
+
+tidy() {
     mkdir -p build
     prepare native && prepare win32 || return 1
     local limits=(--together)

@@ -8,8 +8,8 @@ nothing builds it here. As many run at a time as there are processors. No run be
 after the first; files that are left are told.
 
 The product's own sources are looked at one by one, with the analyzer that follows paths. Simulator, tests
-and benchmarks have all checks but that one: it spends minutes on the macros of a single test. With
---together up to eight of these are looked at as one, for most of the time goes into the headers that they
+and benchmarks have all checks but that one, which spends minutes on the macros of a single test, and
+those of speed, which matters in the product alone. With --together up to eight of these are looked at as one, for most of the time goes into the headers that they
 share; eight that do not compile as one are then looked at one by one.
 
 Exit code 1: something was found, or nothing could be run.
@@ -24,11 +24,11 @@ import re
 import shlex
 import subprocess
 import sys
+import tempfile
 import time
 
-FOLDER = "build/tidy"
 TOGETHER = 8
-OUTSIDE_PRODUCT = "--checks=-clang-analyzer-*,-bugprone-suspicious-include"
+OUTSIDE_PRODUCT = "--checks=-clang-analyzer-*,-performance-*,-bugprone-suspicious-include"
 
 Job = collections.namedtuple("Job", "sources file options")
 
@@ -44,9 +44,9 @@ def library_of(compiler):
             f"-isystem{folder}/{name[: name.index('mingw32') + 7]}"]
 
 
-def own_header(path):
+def own_header(path, place):
     """A copy of a header that is compiled before its use: clang would take the compiler's result for its own."""
-    copy = os.path.join(FOLDER, re.sub(r"\W+", "_", os.path.relpath(path)) + ".h")
+    copy = os.path.join(place, re.sub(r"\W+", "_", os.path.relpath(path)) + ".h")
     with open(path, encoding="utf-8") as source, open(copy, "w", encoding="utf-8") as target:
         target.write(source.read())
     return os.path.abspath(copy)
@@ -55,7 +55,7 @@ def own_header(path):
 class Build:
     """How the files of one build folder are compiled, in terms that clang understands."""
 
-    def __init__(self, folder):
+    def __init__(self, folder, place):
         self.of = {}
         with open(os.path.join(folder, "compile_commands.json"), encoding="utf-8") as file:
             entries = [entry for entry in json.load(file)
@@ -66,10 +66,11 @@ class Build:
             compiler = next(word for word in words if re.search(r"(\+\+|g\+\+-posix)$", word))
             if compiler not in known:
                 known[compiler] = library_of(compiler)
-            words = words[words.index(compiler):] + known[compiler]
+            # Warnings are the compiler's own affair; here they would count as errors.
+            words = words[words.index(compiler):] + known[compiler] + ["-w"]
             for i, word in enumerate(words):
                 if word.endswith("cmake_pch.hxx"):
-                    words[i] = own_header(word)
+                    words[i] = own_header(word, place)
             file = os.path.realpath(os.path.join(entry["directory"], entry["file"]))
             for source in self.members(file):
                 command = tuple(source if os.path.realpath(word) == file else word for word in words)
@@ -87,8 +88,8 @@ class Build:
 class Jobs:
     """What is to run, and the compile commands that clang-tidy reads for it."""
 
-    def __init__(self):
-        self.list, self.commands = [], {}
+    def __init__(self, place):
+        self.place, self.list, self.commands = place, [], {}
 
     def single(self, source, command):
         path = os.path.realpath(source)
@@ -98,7 +99,7 @@ class Jobs:
 
     def together(self, sources, command):
         """Sources that are compiled alike but for their names."""
-        path = os.path.abspath(os.path.join(FOLDER, f"together_{len(self.list)}.cpp"))
+        path = os.path.abspath(os.path.join(self.place, f"together_{len(self.list)}.cpp"))
         with open(path, "w", encoding="utf-8") as file:
             file.writelines(f'#include "{os.path.realpath(source)}"\n' for source in sources)
         first = os.path.realpath(sources[0])
@@ -106,7 +107,7 @@ class Jobs:
         self.list.append(Job(tuple(sources), path, [OUTSIDE_PRODUCT]))
 
     def write(self):
-        with open(os.path.join(FOLDER, "compile_commands.json"), "w", encoding="utf-8") as file:
+        with open(os.path.join(self.place, "compile_commands.json"), "w", encoding="utf-8") as file:
             json.dump([{"directory": directory, "file": path, "arguments": list(words)}
                        for path, (directory, words) in self.commands.items()], file)
 
@@ -123,8 +124,8 @@ def flags(command, source):
     return command[0], tuple(kept)
 
 
-def plan(sources, builds, together):
-    jobs, unknown, alike = Jobs(), [], collections.defaultdict(list)
+def plan(sources, builds, together, place):
+    jobs, unknown, alike = Jobs(place), [], collections.defaultdict(list)
     for source in sources:
         path = os.path.realpath(source)
         command = next((build.of[path] for build in builds if path in build.of), None)
@@ -144,35 +145,27 @@ def plan(sources, builds, together):
     return jobs.list, unknown
 
 
-def run(job, deadline):
+def run(job, place, deadline):
     """The sources that were left, and what was found."""
     if time.monotonic() > deadline:
         return list(job.sources), ""
-    done = subprocess.run(["clang-tidy", "-p", FOLDER, "--quiet", *job.options, job.file],
+    done = subprocess.run(["clang-tidy", "-p", place, "--quiet", *job.options, job.file],
                           capture_output=True, text=True)
     if done.returncode == 0:
         return [], ""
     if len(job.sources) > 1 and "clang-diagnostic-" in done.stdout:
-        apart = [run(Job((source,), os.path.realpath(source), job.options), deadline)
+        apart = [run(Job((source,), os.path.realpath(source), job.options), place, deadline)
                  for source in job.sources]
         return [source for left, _ in apart for source in left], "".join(text for _, text in apart)
     return [], f"{' '.join(job.sources)}: clang-tidy ended with {done.returncode}\n{done.stdout}"
 
 
-def main():
-    parser = argparse.ArgumentParser(usage=__doc__)
-    parser.add_argument("--seconds", type=float, default=86400)
-    parser.add_argument("--together", action="store_true")
-    parser.add_argument("folder", nargs="+")
-    asked = parser.parse_args()
-    os.makedirs(FOLDER, exist_ok=True)
-    jobs, unknown = plan(sys.stdin.read().split(), [Build(folder) for folder in asked.folder],
-                         asked.together)
-
+def look(sources, asked, place):
+    jobs, unknown = plan(sources, [Build(folder, place) for folder in asked.folder], asked.together, place)
     deadline = time.monotonic() + asked.seconds
     found, left = False, []
     with concurrent.futures.ThreadPoolExecutor(os.cpu_count()) as pool:
-        for unrun, text in pool.map(lambda job: run(job, deadline), jobs):
+        for unrun, text in pool.map(lambda job: run(job, place, deadline), jobs):
             left += unrun
             if text:
                 found = True
@@ -184,6 +177,17 @@ def main():
         print(f"left to the full run: {' '.join(left)}")
     print(f"clang-tidy looked at {count - len(left)} of {count} files")
     return 1 if found or (count and len(left) == count) else 0
+
+
+def main():
+    parser = argparse.ArgumentParser(usage=__doc__)
+    parser.add_argument("--seconds", type=float, default=86400)
+    parser.add_argument("--together", action="store_true")
+    parser.add_argument("folder", nargs="+")
+    asked = parser.parse_args()
+    # In the tree, where clang-tidy finds its settings; of this run alone, for another may run beside it.
+    with tempfile.TemporaryDirectory(prefix="tidy-", dir="build") as place:
+        return look(sys.stdin.read().split(), asked, place)
 
 
 if __name__ == "__main__":

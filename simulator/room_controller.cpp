@@ -1,7 +1,6 @@
 #include "room_controller.h"
 
 #include <algorithm>
-#include <ranges>
 
 #include "calls.h"
 #include "refusal.h"
@@ -188,7 +187,8 @@ Bytes RoomController::ReadMemory(long address, std::size_t length) const {
          kept != m_memory.end() && kept->first - address < static_cast<long>(length); ++kept)
         bytes[static_cast<std::size_t>(kept->first - address)] = kept->second;
     // Of entries that overlap the first counts, so it is laid last.
-    for (const FileEntry& entry : m_files | std::views::reverse) {
+    for (auto last = m_files.rbegin(); last != m_files.rend(); ++last) {
+        const FileEntry& entry = *last;
         if (entry.address == 0) continue;
         const long from = std::max(address, entry.address);
         const long to = std::min(address + static_cast<long>(length),

@@ -9,7 +9,7 @@
 namespace quorvex::bench::commands {
 namespace {
 
-constexpr std::uintmax_t kLargestFile = 16 * 1024 * 1024;
+constexpr std::uintmax_t kLargestFile = std::uintmax_t{16} * 1024 * 1024;
 constexpr std::wstring_view kNeuron = L"0000000000F1";
 
 std::string ReadInterface(const std::wstring& file) {

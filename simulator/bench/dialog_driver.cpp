@@ -49,7 +49,7 @@ public:
 
     // Throws Failure.
     void Finish() const {
-        if (m_failure) throw *m_failure;
+        if (m_failure) throw Failure(*m_failure);
         if (m_next < m_steps.size())
             throw Failure{L"no dialog \"" + m_steps[m_next].title + L"\" came up"};
     }

@@ -26,8 +26,8 @@ void frmCPModif3::FillEntries() const {
     std::size_t characters = 0;
     for (const Option& entry : entries) characters += entry.label.size() + 1;
     SendMessageW(box, WM_SETREDRAW, FALSE, 0);
-    SendMessageW(box, CB_INITSTORAGE, entries.size(),
-                 static_cast<LPARAM>(characters * sizeof(wchar_t)));
+    const std::size_t bytes = characters * sizeof(wchar_t);
+    SendMessageW(box, CB_INITSTORAGE, entries.size(), static_cast<LPARAM>(bytes));
     for (const Option& entry : entries)
         SendMessageW(box, CB_ADDSTRING, 0, reinterpret_cast<LPARAM>(entry.label.c_str()));
     SendMessageW(box, WM_SETREDRAW, TRUE, 0);

@@ -31,7 +31,7 @@ struct Question {
 
     std::optional<std::wstring> Answer(BOOL accepted) const {
         if (!accepted) return std::nullopt;
-        return std::wstring(file.c_str());
+        return file.substr(0, file.find(L'\0'));
     }
 };
 

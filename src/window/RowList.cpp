@@ -17,6 +17,12 @@ void AddColumn(HWND control, int place, const wchar_t* header) {
     ListView_InsertColumn(control, place, &column);
 }
 
+// A width that is set lays the whole list out again, changed or not.
+void SetWidth(HWND control, int place, int width) {
+    if (ListView_GetColumnWidth(control, place) != width)
+        ListView_SetColumnWidth(control, place, width);
+}
+
 // The clipboard takes the memory over.
 void PutOnClipboard(HWND owner, const std::wstring& text) {
     if (!OpenClipboard(owner)) return;
@@ -115,8 +121,8 @@ void RowList::FitColumns() const {
     RECT client{};
     GetClientRect(m_control, &client);
     const int width = client.right;
-    ListView_SetColumnWidth(m_control, kItemColumn, width * 11 / 20);
-    ListView_SetColumnWidth(m_control, kValueColumn, width - width * 11 / 20);
+    SetWidth(m_control, kItemColumn, width * 11 / 20);
+    SetWidth(m_control, kValueColumn, width - width * 11 / 20);
 }
 
 LRESULT RowList::CustomDraw(const NMLVCUSTOMDRAW& draw) const {

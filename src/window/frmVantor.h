@@ -125,7 +125,7 @@ private:
     com::Ptr<IDispatch> NetworkVariables();
 
     // Editing (frmVantorEdit.cpp)
-    void EditRow(HWND list);
+    void EditRow(HWND control);
     void RefreshEditedRow(RowList& list, std::size_t place, const std::wstring& key,
                           const DataPoint& point);
     void ShowReading(RowList& list, std::size_t place, const std::optional<LiveReading>& reading);

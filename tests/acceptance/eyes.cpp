@@ -82,7 +82,7 @@ public:
         std::wstring text(kLongestText, L'\0');
         ReadProcessMemory(m_process, At(offset), text.data(), (kLongestText - 1) * sizeof(wchar_t),
                           nullptr);
-        return Utf8(text.c_str());
+        return Utf8(text.substr(0, text.find(L'\0')));
     }
 
 private:
@@ -96,7 +96,7 @@ constexpr std::size_t kInsideBytes = kTextPlace + kLongestText * sizeof(wchar_t)
 std::string TextOf(HWND window) {
     std::wstring text(kLongestText, L'\0');
     Send(window, WM_GETTEXT, kLongestText, reinterpret_cast<LPARAM>(text.data()));
-    return Utf8(text.c_str());
+    return Utf8(text.substr(0, text.find(L'\0')));
 }
 
 Json Describe(HWND window) {

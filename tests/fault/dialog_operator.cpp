@@ -33,10 +33,8 @@ void ChooseNext(HWND dialog, HWND entries) {
     Tell(dialog, GetDlgCtrlID(entries), CBN_SELCHANGE);
 }
 
-void ChooseOther(HWND buttons) {
-    int id = IDC_OPTBUTTON_FIRST;
-    while (SendMessageW(GetDlgItem(buttons, id), BM_GETCHECK, 0, 0) == BST_CHECKED) ++id;
-    Tell(buttons, id, BN_CLICKED);
+void ChooseSecond(HWND buttons) {
+    Tell(buttons, IDC_OPTBUTTON_FIRST + 1, BN_CLICKED);
 }
 
 void EditFirstField(HWND dialog, HWND fields) {
@@ -50,7 +48,7 @@ void Work(HWND dialog) {
     if (const HWND entries = GetDlgItem(dialog, IDC_CBOENUM)) ChooseNext(dialog, entries);
     if (const HWND fields = GetDlgItem(dialog, IDC_LVWMAIN)) EditFirstField(dialog, fields);
     if (const HWND buttons = FindWindowExW(dialog, nullptr, L"#32770", nullptr))
-        ChooseOther(buttons);
+        ChooseSecond(buttons);
     Tell(dialog, IDOK, BN_CLICKED);
     if (IsWindowVisible(dialog)) Tell(dialog, IDCANCEL, BN_CLICKED);
 }

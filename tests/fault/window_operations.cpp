@@ -62,7 +62,7 @@ HRESULT PrintLabel(Stage& stage) {
     return S_OK;
 }
 
-constexpr Operation kOperations[] = {
+constexpr Operation kWindowOperations[] = {
     {.name = "number edited", .needsWindow = true, .quiet = true, .run = EditNumber},
     {.name = "text edited", .needsWindow = true, .quiet = true, .run = EditText},
     {.name = "enumeration edited", .needsWindow = true, .quiet = true, .run = EditEnumeration},
@@ -124,7 +124,7 @@ constexpr Operation kOperations[] = {
 }  // namespace
 
 std::span<const Operation> WindowOperations() {
-    return kOperations;
+    return kWindowOperations;
 }
 
 }  // namespace quillon::test

@@ -126,10 +126,43 @@ com::Ptr<CDevice> WindowTest::MakeDevice(std::wstring_view neuron) {
     return device;
 }
 
+namespace {
+
+// While it lives no timer of a device window ticks: opening one handles messages, and on a slow
+// machine its timers would be due before they are stopped.
+class RestingTimers {
+public:
+    RestingTimers()
+        : m_hook(SetWindowsHookExW(WH_GETMESSAGE, OnMessage, nullptr, GetCurrentThreadId())) {}
+    RestingTimers(const RestingTimers&) = delete;
+    RestingTimers& operator=(const RestingTimers&) = delete;
+    ~RestingTimers() { UnhookWindowsHookEx(m_hook); }
+
+private:
+    static LRESULT CALLBACK OnMessage(int code, WPARAM removed, LPARAM place) {
+        auto& message = *reinterpret_cast<MSG*>(place);
+        if (code == HC_ACTION && message.message == WM_TIMER && message.lParam == 0 &&
+            IsDeviceWindow(message.hwnd))
+            message.message = WM_NULL;
+        return CallNextHookEx(nullptr, code, removed, place);
+    }
+    static bool IsDeviceWindow(HWND window) {
+        for (const auto& form : ui::OpenForms())
+            if (const auto device = std::dynamic_pointer_cast<frmVantor>(form))
+                if (device->Handle() == window) return true;
+        return false;
+    }
+
+    HHOOK m_hook;
+};
+
+}  // namespace
+
 WindowTest::Window WindowTest::ShowFocus(const com::Ptr<CDevice>& device,
                                          std::int32_t pollingRate) {
     IDispatch* none = nullptr;
     long rate = pollingRate;
+    const RestingTimers resting;
     EXPECT_EQ(device.As<IDeviceEx>()->ShowFocus(&none, &rate), S_OK);
     com::Bstr neuron;
     com::Check(device.As<IDevice>()->get_NeuronID(neuron.Out()));
