@@ -179,6 +179,20 @@ long Simulator::LiveObjects() {
     return objects;
 }
 
+void Simulator::Advance(INetwork* network, long milliseconds) {
+    com::Check(m_control->Advance(network, milliseconds));
+}
+
+void Simulator::Plug(INetwork* network, std::wstring_view neuron, bool in) {
+    com::Check(m_control->Plug(network, B(neuron).Get(), in ? VARIANT_TRUE : VARIANT_FALSE));
+}
+
+long Simulator::WrittenCount() {
+    long writes = 0;
+    com::Check(m_control->get_Written(&writes));
+    return writes;
+}
+
 Simulator& Host() {
     return g_process->Control();
 }

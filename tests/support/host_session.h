@@ -98,6 +98,12 @@ public:
     void Record(bool on);
     void Clear() { com::Check(m_control->Clear()); }
     long LiveObjects();
+    // Time passes in the rooms of a network.
+    void Advance(INetwork* network, long milliseconds);
+    // Pulls a unit's plug, or puts it in again.
+    void Plug(INetwork* network, std::wstring_view neuron, bool in);
+    // Writes to points since the last Clear.
+    long WrittenCount();
 
 private:
     com::Ptr<ISimulator> m_control;

@@ -1,0 +1,42 @@
+// A day of eight windows, as fast as their messages are handled; a part of it by default.
+#include "soak/soak_test.h"
+
+namespace quillon::test {
+namespace {
+
+constexpr long kDay = 864'000;  // tenths of a second
+constexpr long kPart = 5'000;
+
+bool WholeDay() {
+    wchar_t value[8];
+    return GetEnvironmentVariableW(L"QUILLON_FULL", value, 8) > 0;
+}
+
+class Soak : public SoakTest {};
+
+TEST_F(Soak, NothingGrowsAndNoEventIsLost) {
+    const long end = WholeDay() ? kDay : kPart;
+    const long between = end / (WholeDay() ? 40 : 10);
+    ResourceCurve curve;
+    for (long tenth = 0; tenth < end; ++tenth) {
+        Pass(tenth);
+        if ((tenth + 1) % between != 0) continue;
+        CalmAll();
+        ExpectCurrent();
+        Gap().Forget();
+        curve.Add(static_cast<double>(tenth + 1) / static_cast<double>(end));
+        Gap().Forget();
+        if (HasFatalFailure() || HasNonfatalFailure()) break;
+    }
+    Print();
+    curve.Print();
+    curve.ExpectFlat();
+    for (const Told* told : {&Points(), &Names(), &States()}) {
+        EXPECT_GT(told->changes, 0);
+        EXPECT_EQ(told->shown, told->changes) << "a change was told and is not shown";
+    }
+    EXPECT_GT(Edits(), 0);
+}
+
+}  // namespace
+}  // namespace quillon::test
