@@ -18,7 +18,8 @@ bool Asked(const char* variable) {
     return GetEnvironmentVariableW(Wide(variable).c_str(), value, 8) > 0;
 }
 
-// All, or one of them, another one for each kind of fault.
+// All; or one of them, another one for each kind of fault, and of an operation in a window for
+// about every other kind, for windows take long to make.
 std::vector<std::size_t> Chosen(std::size_t count, const Operation& operation, const char* kind) {
     std::vector<std::size_t> chosen;
     if (FullSweep()) {
@@ -27,7 +28,7 @@ std::vector<std::size_t> Chosen(std::size_t count, const Operation& operation, c
         std::size_t place = 0;
         for (const std::string& text : {std::string(operation.name), std::string(kind)})
             for (const char one : text) place = place * 31 + static_cast<unsigned char>(one);
-        chosen.push_back(place % count);
+        if (!operation.needsWindow || place / count % 2 == 0) chosen.push_back(place % count);
     }
     return chosen;
 }

@@ -38,7 +38,7 @@ struct Fault {
     std::string name;  // "IFile.ValueText.get, call 3"
     std::function<void(Stage&)> arm;
     std::optional<std::size_t> call;  // its place in the log of a run without faults
-    bool ofSettings = false;          // a setting is read as an empty one
+    bool ofSettings = false;          // settings are read as empty ones
 };
 
 // The rules that a kind of fault leaves in force.

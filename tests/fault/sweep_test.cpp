@@ -48,7 +48,8 @@ protected:
             const std::wstring member = MemberOf(good.log[i]);
             const long nth = ++seen[member];
             faults.push_back({Narrow(member) + ", call " + std::to_string(nth),
-                              [=](Stage& stage) { arm(stage, member, nth); }, i});
+                              [=](Stage& stage) { arm(stage, member, nth); }, i,
+                              member == L"IDevice.PollingPID.get"});
         }
         return faults;
     }
