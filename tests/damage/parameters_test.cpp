@@ -34,7 +34,8 @@ void CALLBACK AnswerForm(HWND, UINT, UINT_PTR, DWORD) {
     PressButton(GetDlgItem(form, g_choice == Choice::kCancel ? IDCANCEL : IDOK));
 }
 
-// The values of a parameter file's entries. Bytes that are no ASCII are left out: reading and
+// The values of a parameter file's entries. Those with bytes that are no ASCII are left out, and
+// those with "?", which stands for a character that the code page does not have: reading and
 // writing may take them for different characters.
 std::set<std::string> ValuesIn(const std::string& file) {
     std::set<std::string> values;
@@ -42,7 +43,7 @@ std::set<std::string> ValuesIn(const std::string& file) {
     for (std::size_t at = file.find(key); at != std::string::npos; at = file.find(key, at + 1)) {
         const std::size_t begin = at + key.size();
         const std::string value = file.substr(begin, file.find('\r', begin) - begin);
-        const auto isAscii = [](char one) { return one >= ' ' && one <= '~'; };
+        const auto isAscii = [](char one) { return one >= ' ' && one <= '~' && one != '?'; };
         if (std::ranges::all_of(value, isAscii)) values.insert(value);
     }
     return values;
