@@ -26,14 +26,12 @@ void TypeOver(HWND box, std::wstring_view text) {
     for (const wchar_t character : text) SendMessageW(box, WM_CHAR, character, 1);
 }
 
-void ChooseNext(HWND dialog, HWND entries) {
-    const LRESULT shown = SendMessageW(entries, CB_GETCURSEL, 0, 0);
-    const LRESULT count = SendMessageW(entries, CB_GETCOUNT, 0, 0);
-    SendMessageW(entries, CB_SETCURSEL, static_cast<WPARAM>((shown + 1) % count), 0);
+void ChooseSecondEntry(HWND dialog, HWND entries) {
+    SendMessageW(entries, CB_SETCURSEL, 1, 0);
     Tell(dialog, GetDlgCtrlID(entries), CBN_SELCHANGE);
 }
 
-void ChooseSecond(HWND buttons) {
+void ChooseSecondOption(HWND buttons) {
     Tell(buttons, IDC_OPTBUTTON_FIRST + 1, BN_CLICKED);
 }
 
@@ -45,10 +43,10 @@ void EditFirstField(HWND dialog, HWND fields) {
 
 void Work(HWND dialog) {
     if (const HWND box = GetDlgItem(dialog, IDC_TXTNEWCPVALUE)) TypeOver(box, L"5");
-    if (const HWND entries = GetDlgItem(dialog, IDC_CBOENUM)) ChooseNext(dialog, entries);
+    if (const HWND entries = GetDlgItem(dialog, IDC_CBOENUM)) ChooseSecondEntry(dialog, entries);
     if (const HWND fields = GetDlgItem(dialog, IDC_LVWMAIN)) EditFirstField(dialog, fields);
     if (const HWND buttons = FindWindowExW(dialog, nullptr, L"#32770", nullptr))
-        ChooseSecond(buttons);
+        ChooseSecondOption(buttons);
     Tell(dialog, IDOK, BN_CLICKED);
     if (IsWindowVisible(dialog)) Tell(dialog, IDCANCEL, BN_CLICKED);
 }

@@ -8,7 +8,7 @@
 namespace quillon::test {
 
 // While it lives, every dialog that comes up on this thread is worked from its own message loop: a
-// text is typed over, the next entry or the second option chosen, a structure's first field
+// text is typed over, the second entry or option chosen, a structure's first field
 // edited; then OK is pressed, and Cancel where OK leaves the dialog up. At most one at a time.
 class DialogOperator {
 public:

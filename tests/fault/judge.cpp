@@ -52,8 +52,11 @@ void JudgeFiles(const Operation& operation, const Rules& rules, const Seen& good
 }
 
 // What tells of a success does so of the whole alone.
-void JudgeReport(const Operation& operation, const Seen& good, const Seen& seen) {
-    if (!good.reports.empty() && seen.reports == good.reports) {
+void JudgeReport(const Operation& operation, const Fault& fault, const Seen& good,
+                 const Seen& seen) {
+    // Without a catalogue a list of the profile is empty, and the load succeeds.
+    const bool emptiesList = fault.name.starts_with("IDevice.XMLSNVTs.get");
+    if (!good.reports.empty() && seen.reports == good.reports && !emptiesList) {
         EXPECT_EQ(seen.changes, good.changes) << "reported as done";
     }
     if (!good.printed.empty() && seen.boxes == good.boxes) {
@@ -91,7 +94,7 @@ void Judge(const Operation& operation, const Fault& fault, const Rules& rules, c
         JudgeChanges(operation, good, seen);
         JudgeFiles(operation, rules, good, seen);
     }
-    if (rules.wholeOrTold) JudgeReport(operation, good, seen);
+    if (rules.wholeOrTold) JudgeReport(operation, fault, good, seen);
     if (operation.stops && rules.mayStopWriting && fault.call) JudgeOrder(fault, good, seen);
 }
 
