@@ -78,7 +78,6 @@ struct Opening {
     double seen = 0;
     const Session* session = nullptr;
     std::vector<long> calls;
-    calls.reserve(kMembers.size());
     long callsByKeys = 0;
     bool obeysKeys = false;
 };
