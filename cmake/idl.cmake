@@ -16,8 +16,9 @@ list(APPEND QUILLON_WIDL
 function(quillon_idl name file)
   cmake_parse_arguments(ARG "" "" "DEPENDS" ${ARGN})
   set(base ${QUILLON_IDL_DIR}/${name})
-  # An importing header includes the imported one under this name.
-  file(WRITE ${base}.h "#include \"${name}_h.h\"\n")
+  # An importing header includes the imported one under this name. Written only when it differs: all that
+  # includes it would be compiled again after every configuration.
+  file(CONFIGURE OUTPUT ${base}.h CONTENT "#include \"${name}_h.h\"\n" @ONLY)
   set(needs ${file})
   foreach(dep ${ARG_DEPENDS})
     list(APPEND needs ${QUILLON_IDL_DIR}/${dep}.tlb ${CMAKE_SOURCE_DIR}/include/${dep}.idl)

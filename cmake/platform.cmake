@@ -5,7 +5,8 @@ if(WIN32)
   # Single-precision arithmetic is specified to the bit: SSE on both bitnesses, nothing contracted.
   add_compile_options(-ffunction-sections -fdata-sections -fstack-protector-strong -msse2 -mfpmath=sse -ffp-contract=off
     "$<$<CONFIG:Debug>:-gdwarf-4;-D_GLIBCXX_ASSERTIONS>" "$<$<CONFIG:RelWithDebInfo>:-gdwarf-4>")
-  add_link_options(-static -fstack-protector-strong)
+  # Without a timestamp the same sources give the same file, so that a test which passed need not run again.
+  add_link_options(-static -fstack-protector-strong -Wl,--no-insert-timestamp)
   include(idl)
 else()
   add_compile_options(-ffp-contract=off)
@@ -19,6 +20,6 @@ endif()
 function(quillon_dll target)
   set_target_properties(${target} PROPERTIES PREFIX "")
   target_link_options(${target} PRIVATE
-    -Wl,--gc-sections,--enable-stdcall-fixup,--dynamicbase,--nxcompat,--no-insert-timestamp
+    -Wl,--gc-sections,--enable-stdcall-fixup,--dynamicbase,--nxcompat
     "$<$<STREQUAL:${CMAKE_SYSTEM_PROCESSOR},x86_64>:-Wl,--high-entropy-va>")
 endfunction()
