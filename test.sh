@@ -78,6 +78,9 @@ setup=$?
 # 3: no 32-bit Wine. The 64-bit half still says much, but the whole has not passed.
 if [ $setup != 0 ] && [ $setup != 3 ]; then exit 1; fi
 
+# Layout, whole and at once; the other static checks come last.
+[ $native_only = yes ] || step "formatting" scripts/check_format.sh
+
 if step "native build" build native; then
     step "native tests" run_tests native
     [ "$seconds" = 0 ] || step "fuzzing, $seconds s a target" tests/fuzz/run.sh build/native "$seconds"
