@@ -71,10 +71,10 @@ com::Ptr<IDispatch> frmVantor::NetworkVariables() {
 void frmVantor::OnTmrPolling() {
     CountStaleness();
     if (Process().freeze && RestsWhileFrozen(m_stateNumber)) return;
-    m_pollFailed = true;
-    const bool answered = ReadMainViewLabel(m_mainView.Index());
-    m_pollFailed = false;
-    if (answered) m_mainView.Advance();
+    const auto answered =
+        com::Quietly([&] { return std::optional(ReadMainViewLabel(m_mainView.Index())); });
+    m_pollFailed = !answered;
+    if (answered.value_or(false)) m_mainView.Advance();
 }
 
 bool frmVantor::ReadMainViewLabel(int index) {
