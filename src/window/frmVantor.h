@@ -145,6 +145,7 @@ private:
     void OpenDocumentation();
     void RunBusy(const std::function<void()>& work);
     void UpdateActionMenu();
+    void UpdateWhenDue();
     void OnDeviceEvent(DeviceEvent event, const std::wstring& text);
     void RefreshPoint(const std::wstring& text);
     LiveReading ReadPoint(std::wstring_view prefix, const std::wstring& key);
@@ -214,6 +215,8 @@ private:
     bool m_disabledByFreeze = false;
     bool m_pollFailed = false;
     bool m_busy = false;
+    // The lists may hold what the device had before: read them again once the window is at rest.
+    bool m_updateDue = false;
     bool m_editing = false;
     bool m_loading = false;
     bool m_printing = false;

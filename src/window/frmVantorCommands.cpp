@@ -128,14 +128,16 @@ void frmVantor::UpdateActionMenu() {
 }
 
 // The Action menu rests meanwhile: messages are handled inside, and the same command must not start
-// again.
+// again. What made the lists old meanwhile is followed by an update.
 void frmVantor::RunBusy(const std::function<void()>& work) {
     if (m_busy) return;
     m_busy = true;
     UpdateActionMenu();
     com::Quietly([&] { work(); });
     m_busy = false;
-    if (IsOpen()) UpdateActionMenu();
+    if (!IsOpen()) return;
+    UpdateActionMenu();
+    UpdateWhenDue();
 }
 
 void frmVantor::OpenHelp() {
@@ -181,7 +183,8 @@ void frmVantor::OnDeviceEvent(DeviceEvent event, const std::wstring& text) {
             break;
         case DeviceEvent::kChangedApplication:
             RefreshName();
-            Update();
+            m_updateDue = true;
+            UpdateWhenDue();
             break;
         case DeviceEvent::kNVCPChanged:
             RefreshPoint(text);

@@ -48,7 +48,9 @@ void frmVantor::Load() {
     m_loading = true;
     com::Quietly([&] { LoadSteps(); });
     m_loading = false;
-    if (IsOpen()) Show(nullptr);
+    if (!IsOpen()) return;
+    Show(nullptr);
+    UpdateWhenDue();
 }
 
 // Every step stands alone: one that fails is left out and the next goes on.
@@ -231,6 +233,10 @@ void frmVantor::Update() {
     SSCalibrations_Click();
     RefreshName();
     RefreshState();
+}
+
+void frmVantor::UpdateWhenDue() {
+    if (!m_loading && !m_busy && std::exchange(m_updateDue, false)) Update();
 }
 
 }  // namespace quillon

@@ -98,12 +98,13 @@ void frmVantor::ExportApplication() {
 
 void frmVantor::DownloadApplication() {
     LoadFromFile(L"Download Application from file...", kApplicationFiles,
-                 [](IDevice&, IDeviceEx& device, const std::wstring& file) {
+                 [&](IDevice&, IDeviceEx& device, const std::wstring& file) {
                      const ui::WaitCursor wait;
+                     // Also where the device takes only a part.
+                     m_updateDue = true;
                      long result = 0;
                      com::Check(device.AppDownload(com::Bstr(file).Get(), &result));
                  });
-    if (IsOpen()) RefreshState();
 }
 
 void frmVantor::SaveDisplay() {
@@ -136,7 +137,6 @@ void frmVantor::DownloadParameters() {
         SetForegroundWindow(GetLastActivePopup(other));
         return;
     }
-    bool downloaded = false;
     const DownloadTurn turn(Handle());
     LoadFromFile(
         L"Download parameters from file...", kParameterFiles,
@@ -148,11 +148,9 @@ void frmVantor::DownloadParameters() {
             if (dialog.ResultFile().empty()) return;
             const ui::WaitCursor wait;
             long result = 0;
-            downloaded = true;
+            m_updateDue = true;
             com::Check(device.ParameterDownload(com::Bstr(dialog.ResultFile()).Get(), &result));
         });
-    // The lists hold what the device had before; also where it took only a part.
-    if (downloaded && IsOpen()) Update();
 }
 
 }  // namespace quillon

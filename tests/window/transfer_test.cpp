@@ -89,6 +89,40 @@ TEST_F(Transfer, DownloadGivesTheFileToTheDeviceAndRefreshesTheState) {
     EXPECT_GT(Host().Count(L"IDevice.State.get"), 0);
 }
 
+TEST_F(Transfer, ListsShowWhatTheDeviceHoldsAfterADownload) {
+    const Window window = Open();
+    {
+        const FileDialog dialog(File());
+        Choose(*window, IDM_APPLICATION_SAVE);
+    }
+    const HWND monitor = PageItem(*window, kTabTest, IDC_LVMONITOR);
+    const auto download = [&] {
+        const FileDialog dialog(File());
+        Choose(*window, IDM_APPLICATION_DOWNLOAD);
+    };
+    PutValue(kLeft, 0, L"24");
+    download();
+    EXPECT_EQ(CellText(monitor, 0, 1), L"24.00 degrees Celsius");
+    // Also where the device took only a part.
+    PutValue(kLeft, 0, L"25");
+    Host().FailAlways(L"IDevice.GoOnLine");
+    download();
+    EXPECT_EQ(Host().Reports().back().substr(0, 8), L"8004032F");
+    EXPECT_EQ(CellText(monitor, 0, 1), L"25.00 degrees Celsius");
+}
+
+TEST_F(Transfer, ApplicationThatChangesDuringAnExportIsShownAfterIt) {
+    const com::Ptr<CDevice> device = MakeDevice();
+    const Window window = ShowFocus(device);
+    const FileDialog dialog(File());
+    Host().Call(L"Point.Name.get", 1, [&] {
+        PutValue(kLeft, 0, L"24");
+        device->RaiseChangedApplication();
+    });
+    Choose(*window, IDM_APPLICATION_SAVE);
+    EXPECT_EQ(CellText(PageItem(*window, kTabTest, IDC_LVMONITOR), 0, 1), L"24.00 degrees Celsius");
+}
+
 TEST_F(Transfer, WindowClosedDuringAnExport) {
     for (const bool posted : {true, false}) {
         const Window window = Open();
