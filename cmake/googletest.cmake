@@ -2,14 +2,15 @@
 set(gtest_force_shared_crt ON CACHE BOOL "" FORCE)
 set(INSTALL_GTEST OFF CACHE BOOL "" FORCE)
 add_subdirectory(/usr/src/googletest ${CMAKE_BINARY_DIR}/googletest EXCLUDE_FROM_ALL)
+
+# Test code is built to be compiled fast, not to run fast: no optimisation, natively line numbers alone, and
+# the headers that every test includes compiled once for all of them.
+set(quillon_fast_code "$<$<COMPILE_LANGUAGE:CXX>:-O0;$<$<CONFIG:RelWithDebInfo>:-g1>>")
 foreach(library gtest gtest_main gmock gmock_main)
-  target_compile_options(${library} PRIVATE -O0 -g1)
+  target_compile_options(${library} PRIVATE ${quillon_fast_code})
   set_target_properties(${library} PROPERTIES UNITY_BUILD OFF)
 endforeach()
 
-# Test code is built to be compiled fast, not to run fast: no optimisation, line numbers alone, and the
-# headers that every test includes compiled once for all of them.
-set(quillon_fast_code "$<$<COMPILE_LANGUAGE:CXX>:-O0;-g1>")
 file(CONFIGURE OUTPUT ${CMAKE_BINARY_DIR}/nothing.cpp CONTENT "")
 function(quillon_test_headers name)
   add_library(${name} OBJECT ${CMAKE_BINARY_DIR}/nothing.cpp)
@@ -21,7 +22,8 @@ function(quillon_test_headers name)
 endfunction()
 quillon_test_headers(test_headers)
 if(WIN32)
-  quillon_test_headers(test_headers_platform ${CMAKE_SOURCE_DIR}/src/com/platform.h)
+  quillon_test_headers(test_headers_platform ${CMAKE_SOURCE_DIR}/src/com/platform.h <nlohmann/json.hpp>)
+  target_include_directories(test_headers_platform SYSTEM PRIVATE ${CMAKE_BINARY_DIR}/json)
 endif()
 
 #   quillon_test_code(TARGET [PLATFORM])   PLATFORM: its sources include the platform's headers

@@ -8,9 +8,17 @@
 #   QUILLON_WINE_BASE  names the prefixes (default ~/.cache/quillon/wine)
 #   QUILLON_DISPLAY    windows are shown on this X display
 #   QUILLON_DECIMAL    the decimal separator of the regional settings: "." or ","
+#   QUILLON_THEME      1: windows have the theme's looks without a display too, which nobody sees and which
+#                      doubles the time that they take
 #   QUILLON_DPI        the display's scaling: 96 is 100 %, 192 is 200 %
 arch=$1
 shift
+# The program and Wine's server wake each other for nearly every call, which takes several times as long
+# from one processor to another. Each bitness has one: the first or the last of those that may be used.
+processors=$(sed -n 's/^Cpus_allowed_list:[[:space:]]*//p' /proc/self/status)
+if [ "$arch" = i686 ]; then processor=${processors%%[,-]*}; else processor=${processors##*[,-]}; fi
+taskset -pc "$processor" $$ >/dev/null 2>&1
+
 base=${QUILLON_WINE_BASE:-${XDG_CACHE_HOME:-$HOME/.cache}/quillon/wine}
 export WINEDEBUG=${WINEDEBUG:--all} WINEDLLOVERRIDES=mscoree,mshtml= LC_ALL=${LC_ALL:-C.UTF-8}
 if [ -n "${QUILLON_DISPLAY:-}" ]; then export DISPLAY=$QUILLON_DISPLAY; base=$base-x; else unset DISPLAY; fi
@@ -21,6 +29,11 @@ case "${QUILLON_DECIMAL:-}" in
     *) echo "wine-run: QUILLON_DECIMAL is \".\" or \",\"" >&2; exit 2 ;;
 esac
 [ -z "${QUILLON_DPI:-}" ] || base=$base-$QUILLON_DPI
+case "${QUILLON_THEME:-}" in
+    "") ;;
+    1) base=$base-theme ;;
+    *) echo "wine-run: QUILLON_THEME is 1 or not set" >&2; exit 2 ;;
+esac
 if [ "$arch" = i686 ]; then
     export WINEPREFIX=$base-32 WINEARCH=win32
     loader=/usr/lib/wine/wine
@@ -34,6 +47,8 @@ put() { "$loader" reg add "$@" /f 9>&-; }
 
 settings() {
     [ -n "${QUILLON_DISPLAY:-}" ] || put 'HKCU\Software\Wine\Drivers' /v Graphics /d null
+    [ -n "${QUILLON_DISPLAY:-}${QUILLON_THEME:-}" ] ||
+        put 'HKCU\Software\Microsoft\Windows\CurrentVersion\ThemeManager' /v ThemeActive /d 0
     [ -z "${QUILLON_DECIMAL:-}" ] ||
         put 'HKCU\Control Panel\International' /v sDecimal /d "$QUILLON_DECIMAL"
     [ -z "${QUILLON_DPI:-}" ] ||
