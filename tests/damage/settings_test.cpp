@@ -4,7 +4,6 @@
 #include <commctrl.h>
 
 #include "damage/damage_test.h"
-#include "damage/label_tab.h"
 #include "fault/device_window.h"
 #include "fault/stand_ins.h"
 #include "support/plugin_window.h"

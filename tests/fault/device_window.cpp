@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "support/host_objects.h"
+#include "window/resource.h"
 
 namespace quillon::test {
 
@@ -124,6 +125,16 @@ bool OpenRow(HWND window, int list, std::wstring_view item) {
         return true;
     }
     return false;
+}
+
+void PrintFirstLabel(HWND window) {
+    SelectTab(window, L"Label Print");
+    const HWND models = ControlOf(window, IDC_NIMBRA_MODEL_LIST);
+    if (SendMessageW(models, LB_SETCURSEL, 0, 0) == LB_ERR) return;
+    SendMessageW(GetParent(models), WM_COMMAND,
+                 static_cast<WPARAM>(MAKELONG(IDC_NIMBRA_MODEL_LIST, LBN_SELCHANGE)),
+                 reinterpret_cast<LPARAM>(models));
+    SendMessageW(ControlOf(window, IDC_NIMBRA_PRINTBUTTON), BM_CLICK, 0, 0);
 }
 
 HWND TextBox(HWND window) {

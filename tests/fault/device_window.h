@@ -26,6 +26,8 @@ HWND ControlOf(HWND window, int id);
 void ChooseCommand(HWND window, int command);
 // What a double click on the row of a list does whose item reads so; false when there is none.
 bool OpenRow(HWND window, int list, std::wstring_view item);
+// Chooses the first model of the label tab and presses the button; nothing when there is none.
+void PrintFirstLabel(HWND window);
 // The text box of the page that is shown; null when it has none.
 HWND TextBox(HWND window);
 void TickTimer(HWND window, Timer timer);
