@@ -60,12 +60,6 @@ HWND FindDeviceWindow() {
     return nullptr;
 }
 
-void CloseAllWindows() {
-    for (const HWND window : Dialogs())
-        if (IsWindow(window)) SendMessageW(window, WM_CLOSE, 0, 0);
-    Poster::Drain();
-}
-
 void CalmDown(HWND window) {
     constexpr UINT_PTR kSplashTimer = 1;
     for (const HWND dialog : Dialogs())

@@ -12,8 +12,6 @@ enum class Timer : UINT_PTR { kPolling = 1, kAppStatus, kNvs, kHw, kOutputs };
 
 // The device window that is open; null when there is none.
 HWND FindDeviceWindow();
-// Closes what dialogs the thread shows, the splash window included.
-void CloseAllWindows();
 // The splash window goes and the timers stand still: what comes is what the test sends.
 void CalmDown(HWND window);
 

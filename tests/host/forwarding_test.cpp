@@ -204,7 +204,7 @@ TEST_F(Forwarding, ExtendedMembersNeverReachTheHostsExtendedInterface) {
         Arguments call(member, room.device.Get());
         call.CallSlot(room.ex.Get());
         EXPECT_EQ(Only(Host().Log(), L"IDeviceEx."), Lines());
-        CloseWindows();
+        CloseAllWindows();
     }
 }
 

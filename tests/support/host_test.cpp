@@ -100,14 +100,6 @@ void HostTest::TearDown() {
     std::filesystem::remove_all(m_folder, ignored);
 }
 
-void HostTest::CloseWindows() {
-    std::vector<HWND> dialogs;
-    EnumThreadWindows(GetCurrentThreadId(), NoteDialog, reinterpret_cast<LPARAM>(&dialogs));
-    for (const HWND dialog : dialogs)
-        if (IsWindow(dialog)) SendMessageW(dialog, WM_CLOSE, 0, 0);
-    Poster::Drain();
-}
-
 std::wstring HostTest::InFolder(std::wstring_view name) const {
     return m_folder + L"\\" + std::wstring(name);
 }
@@ -173,6 +165,14 @@ std::wstring HostTest::VariableRaw(std::wstring_view neuron, int index) {
 std::wstring HostTest::PropertyRaw(std::wstring_view neuron, int index) {
     Json saved = Saved();
     return RawOf(DeviceOf(saved, neuron).at("cps"), index);
+}
+
+void CloseAllWindows() {
+    std::vector<HWND> dialogs;
+    EnumThreadWindows(GetCurrentThreadId(), NoteDialog, reinterpret_cast<LPARAM>(&dialogs));
+    for (const HWND dialog : dialogs)
+        if (IsWindow(dialog)) SendMessageW(dialog, WM_CLOSE, 0, 0);
+    Poster::Drain();
 }
 
 void Download(const Room& room, const std::wstring& path) {
