@@ -18,8 +18,6 @@ void CalmDown(HWND window);
 // What a press of the key does that reaches the window through the host's message loop.
 void PressKey(HWND window, WPARAM key);
 void SelectTab(HWND window, std::wstring_view caption);
-// The control with this number on the window or on one of its pages.
-HWND ControlOf(HWND window, int id);
 // What choosing an entry of the menu does.
 void ChooseCommand(HWND window, int command);
 // What a double click on the row of a list does whose item reads so; false when there is none.
