@@ -7,6 +7,7 @@
 
 #include "com/error.h"
 #include "com/text.h"
+#include "support/plugin_window.h"
 #include "window/resource.h"
 
 namespace quillon::benchmarks {
@@ -23,30 +24,10 @@ std::string Section(const char* name, int entries) {
     return text;
 }
 
-BOOL CALLBACK OnWindow(HWND window, LPARAM windows) {
-    wchar_t name[16] = {};
-    GetClassNameW(window, name, 16);
-    if (IsWindowVisible(window) && std::wstring_view(name) == L"#32770")
-        reinterpret_cast<std::vector<HWND>*>(windows)->push_back(window);
-    return TRUE;
-}
-
 std::vector<HWND> ShownDialogs() {
-    std::vector<HWND> windows;
-    EnumThreadWindows(GetCurrentThreadId(), OnWindow, reinterpret_cast<LPARAM>(&windows));
-    return windows;
-}
-
-struct Wanted {
-    int id;
-    HWND found;
-};
-
-BOOL CALLBACK OnControl(HWND control, LPARAM wanted) {
-    auto& search = *reinterpret_cast<Wanted*>(wanted);
-    if (GetDlgCtrlID(control) != search.id) return TRUE;
-    search.found = control;
-    return FALSE;
+    std::vector<HWND> dialogs = test::Dialogs();
+    std::erase_if(dialogs, [](HWND dialog) { return !IsWindowVisible(dialog); });
+    return dialogs;
 }
 
 }  // namespace
@@ -80,10 +61,9 @@ void CloseDeviceWindows() {
 }
 
 HWND ControlOf(HWND window, int id) {
-    Wanted search{id, nullptr};
-    EnumChildWindows(window, OnControl, reinterpret_cast<LPARAM>(&search));
-    if (!search.found) throw std::runtime_error("a control is missing");
-    return search.found;
+    const HWND control = test::ControlOf(window, id);
+    if (!control) throw std::runtime_error("a control is missing");
+    return control;
 }
 
 long AllCalls(const Session& session) {

@@ -5,12 +5,14 @@
 #include <array>
 #include <fstream>
 #include <stdexcept>
+#include <utility>
 
 #include "com/error.h"
 #include "com/text.h"
 #include "com/variant.h"
 #include "device_window.h"
 #include "editors/editors_resource.h"
+#include "support/plugin_window.h"
 
 namespace quillon::benchmarks {
 
@@ -49,27 +51,19 @@ double FillBareBox() {
     return seconds;
 }
 
-struct Search {
-    const wchar_t* kind;
-    HWND found = nullptr;
-};
-
-BOOL CALLBACK FindVisible(HWND window, LPARAM argument) {
-    auto& search = *reinterpret_cast<Search*>(argument);
-    wchar_t kind[64] = {};
-    GetClassNameW(window, kind, 64);
-    if (std::wstring_view(kind) != search.kind || !IsWindowVisible(window)) return TRUE;
-    if (std::wstring_view(kind) == WC_LISTVIEWW &&
-        SendMessageW(window, LVM_GETITEMCOUNT, 0, 0) == 0)
-        return TRUE;
-    search.found = window;
-    return FALSE;
+bool IsShown(HWND window, const wchar_t* kind) {
+    return test::ClassOf(window) == kind && IsWindowVisible(window);
 }
 
-BOOL CALLBACK FindTabs(HWND window, LPARAM found) {
-    if (!FindWindowExW(window, nullptr, WC_TABCONTROLW, nullptr)) return TRUE;
-    *reinterpret_cast<HWND*>(found) = window;
-    return FALSE;
+HWND TabsOf(HWND window) {
+    return FindWindowExW(window, nullptr, WC_TABCONTROLW, nullptr);
+}
+
+// A list on the page that is shown; null when it has none with rows.
+HWND ListWithRows(HWND window) {
+    for (const HWND control : test::ControlsBelow(window))
+        if (IsShown(control, WC_LISTVIEWW) && ListView_GetItemCount(control) > 0) return control;
+    return nullptr;
 }
 
 // When the editor was seen first, and the calls it had made by then and made while keys were
@@ -107,47 +101,43 @@ std::vector<long> CallsOf(const Session& session) {
     return calls;
 }
 
-std::wstring Shown(HWND control) {
-    wchar_t text[128] = {};
-    GetWindowTextW(control, text, 128);
-    return text;
-}
-
 // Keys that change the value, and others that move in it. True when they did change it.
 bool PressKeys(HWND editor) {
     HWND box = GetDlgItem(editor, IDC_TXTNEWCPVALUE);
     if (!box) box = GetDlgItem(editor, IDC_CBOENUM);
     SetFocus(box);
-    std::wstring shown = Shown(box);
     bool changed = false;
+    std::wstring shown = test::WindowText(box);
+    const auto note = [&] {
+        const std::wstring before = std::exchange(shown, test::WindowText(box));
+        changed = changed || shown != before;
+    };
     for (const WPARAM key : {VK_END, VK_UP, VK_DOWN, VK_DOWN, VK_LEFT, VK_RIGHT}) {
         SendMessageW(box, WM_KEYDOWN, key, 1);
-        changed = changed || Shown(box) != shown;
-        shown = Shown(box);
+        note();
     }
     for (const wchar_t character : {L'\b', L'1', L'\b'}) {
         SendMessageW(box, WM_CHAR, character, 1);
-        changed = changed || Shown(box) != shown;
-        shown = Shown(box);
+        note();
     }
     return changed;
 }
 
 void CALLBACK LookForEditor(HWND, UINT, UINT_PTR, DWORD) noexcept {
-    Search search{L"#32770"};
-    EnumThreadWindows(GetCurrentThreadId(), FindVisible, reinterpret_cast<LPARAM>(&search));
-    if (!g_opening || !search.found || g_opening->seen != 0) return;
-    if (!GetDlgItem(search.found, IDCANCEL)) return;
+    const HWND editor =
+        test::FirstThreadWindow([](HWND window) { return IsShown(window, L"#32770"); });
+    if (!g_opening || !editor || g_opening->seen != 0) return;
+    if (!GetDlgItem(editor, IDCANCEL)) return;
     g_opening->seen = Now();
     try {
         g_opening->calls = CallsOf(*g_opening->session);
         const long before = AllCalls(*g_opening->session);
-        g_opening->obeysKeys = PressKeys(search.found);
+        g_opening->obeysKeys = PressKeys(editor);
         g_opening->callsByKeys = AllCalls(*g_opening->session) - before;
     } catch (...) {
         g_opening->calls.clear();
     }
-    PostMessageW(search.found, WM_COMMAND, IDCANCEL, 0);
+    PostMessageW(editor, WM_COMMAND, IDCANCEL, 0);
 }
 
 // A device's window with one row, which is edited.
@@ -158,11 +148,9 @@ public:
         IDispatch* owner = nullptr;
         long rate = 25;
         com::Check(m_device->ShowFocus(&owner, &rate));
-        HWND window = nullptr;
-        EnumThreadWindows(GetCurrentThreadId(), FindTabs, reinterpret_cast<LPARAM>(&window));
-        if (!window) throw std::runtime_error("the device's window did not come up");
-        for (UINT_PTR timer = 1; timer <= 5; ++timer) KillTimer(window, timer);
-        m_window = window;
+        m_window = test::FirstThreadWindow([](HWND window) { return TabsOf(window) != nullptr; });
+        if (!m_window) throw std::runtime_error("the device's window did not come up");
+        for (UINT_PTR timer = 1; timer <= 5; ++timer) KillTimer(m_window, timer);
         ShowTabWithRows();
     }
     EditedRow(const EditedRow&) = delete;
@@ -202,16 +190,14 @@ public:
 
 private:
     void ShowTabWithRows() {
-        const HWND tabs = FindWindowExW(m_window, nullptr, WC_TABCONTROLW, nullptr);
+        const HWND tabs = TabsOf(m_window);
         const auto count = SendMessageW(tabs, TCM_GETITEMCOUNT, 0, 0);
         for (LRESULT place = 0; place < count && !m_list; ++place) {
             SendMessageW(tabs, TCM_SETCURSEL, static_cast<WPARAM>(place), 0);
             NMHDR notice{tabs, static_cast<UINT_PTR>(GetDlgCtrlID(tabs)),
                          static_cast<UINT>(TCN_SELCHANGE)};
             SendMessageW(m_window, WM_NOTIFY, notice.idFrom, reinterpret_cast<LPARAM>(&notice));
-            Search search{WC_LISTVIEWW};
-            EnumChildWindows(m_window, FindVisible, reinterpret_cast<LPARAM>(&search));
-            m_list = search.found;
+            m_list = ListWithRows(m_window);
         }
         if (!m_list) throw std::runtime_error("the device's window has no row");
         ListView_SetItemState(m_list, 0, LVIS_SELECTED | LVIS_FOCUSED,

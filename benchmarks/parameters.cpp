@@ -7,6 +7,7 @@
 #include "model/frmCPDownload_ids.h"
 #include "plugin/MMain.h"
 #include "plugin/whole_file.h"
+#include "support/plugin_window.h"
 
 namespace quillon::benchmarks {
 
@@ -30,18 +31,15 @@ std::string FileOfParameters() {
     return text + "\r\n[CPs]\r\nTotalNumber=0\r\n";
 }
 
-BOOL CALLBACK OnWindow(HWND window, LPARAM found) {
-    if (!GetDlgItem(window, IDC_LSTCP_CHOICE) || !IsWindowVisible(window)) return TRUE;
-    *reinterpret_cast<HWND*>(found) = window;
-    return FALSE;
+bool IsForm(HWND window) {
+    return IsWindowVisible(window) && GetDlgItem(window, IDC_LSTCP_CHOICE);
 }
 
 LRESULT g_lines = 0;
 
 // Cancels the dialog as soon as it is shown.
 void CALLBACK OnTimer(HWND, UINT, UINT_PTR, DWORD) {
-    HWND form = nullptr;
-    EnumThreadWindows(GetCurrentThreadId(), OnWindow, reinterpret_cast<LPARAM>(&form));
+    const HWND form = test::FirstThreadWindow(IsForm);
     if (!form) return;
     g_lines = SendMessageW(GetDlgItem(form, IDC_LSTCP_HIDDEN), LB_GETCOUNT, 0, 0);
     PostMessageW(form, WM_COMMAND, IDCANCEL, 0);

@@ -3,7 +3,6 @@
 #include <cstdio>
 
 #include "damage/damage_test.h"
-#include "damage/label_tab.h"
 #include "fault/device_window.h"
 #include "fault/stand_ins.h"
 

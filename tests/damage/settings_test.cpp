@@ -4,7 +4,6 @@
 #include <commctrl.h>
 
 #include "damage/damage_test.h"
-#include "damage/label_tab.h"
 #include "fault/device_window.h"
 #include "fault/stand_ins.h"
 #include "support/plugin_window.h"
@@ -74,9 +73,9 @@ private:
         for (const int list : {IDC_LVMONITOR, IDC_LVADVANCEDCPS, IDC_LVCPS, IDC_LVCOV})
             m_shown += L" rows " + std::to_wstring(ListView_GetItemCount(ControlOf(window, list)));
         for (int label = IDC_LBLNV_FIRST; label <= IDC_LBLNV_LAST; ++label)
-            m_shown += L" | " + quillon::test::TextOf(ControlOf(window, label));
+            m_shown += L" | " + WindowText(ControlOf(window, label));
         for (const int label : kShownTexts)
-            m_shown += L" | " + quillon::test::TextOf(ControlOf(window, label));
+            m_shown += L" | " + WindowText(ControlOf(window, label));
     }
 
     std::wstring m_shown;

@@ -5,6 +5,7 @@
 #include <cstring>
 
 #include "editors/editors_resource.h"
+#include "support/plugin_window.h"
 
 namespace quillon::test {
 
@@ -12,25 +13,15 @@ namespace {
 
 EditorDriver* g_driver = nullptr;
 
-std::wstring TextOf(HWND window) {
-    std::wstring text(static_cast<std::size_t>(GetWindowTextLengthW(window)) + 1, L'\0');
-    text.resize(static_cast<std::size_t>(
-        GetWindowTextW(window, text.data(), static_cast<int>(text.size()))));
-    return text;
-}
-
-// The editor that can be worked with: visible, and not disabled by a dialog on top of it.
-BOOL CALLBACK FindEditor(HWND window, LPARAM found) {
-    if (!IsWindowVisible(window) || !IsWindowEnabled(window) || !GetDlgItem(window, IDC_LBLNAME))
-        return TRUE;
-    *reinterpret_cast<HWND*>(found) = window;
-    return FALSE;
+// An editor that can be worked with: visible, and not disabled by a dialog on top of it.
+bool IsEditor(HWND window) {
+    return IsWindowVisible(window) && IsWindowEnabled(window) && GetDlgItem(window, IDC_LBLNAME);
 }
 
 }  // namespace
 
 std::wstring Editor::Text(int id) const {
-    return TextOf(Item(id));
+    return WindowText(Item(id));
 }
 
 std::wstring Editor::Text() const {
@@ -90,8 +81,7 @@ void CALLBACK EditorDriver::OnTimer(HWND, UINT, UINT_PTR, DWORD) noexcept {
 }
 
 void EditorDriver::Look() {
-    HWND dialog = nullptr;
-    EnumThreadWindows(GetCurrentThreadId(), FindEditor, reinterpret_cast<LPARAM>(&dialog));
+    const HWND dialog = FirstThreadWindow(IsEditor);
     if (!dialog || !m_seen.insert(dialog).second) return;
     ++m_shown;
     if (m_waiting.empty()) {

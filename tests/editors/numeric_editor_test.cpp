@@ -1,5 +1,6 @@
 // frmCPModif1 by real keys.
 #include "editors/editor_test.h"
+#include "support/plugin_window.h"
 
 namespace quillon::test {
 namespace {
@@ -37,9 +38,7 @@ TEST_F(NumericEditor, ShowsNameUnitLimitsAndTheValueSelected) {
         EXPECT_EQ(editor.Selected(), (Selection{0, 4}));
         EXPECT_EQ(GetFocus(), editor.Item(IDC_TXTNEWCPVALUE));
         EXPECT_FALSE(IsWindowVisible(editor.Item(IDC_CHKINVALID)));
-        wchar_t caption[32] = {};
-        GetWindowTextW(editor.Window(), caption, 32);
-        EXPECT_STREQ(caption, L"Edit value");
+        EXPECT_EQ(WindowText(editor.Window()), L"Edit value");
     }));
     EXPECT_EQ(point.Written(), Lines());
 }

@@ -20,24 +20,12 @@ constexpr DWORD kLimit = 20000;
 
 OptionDialogTest* g_running = nullptr;
 
-struct Search {
-    HWND owner;
-    HWND found;
-};
-
-BOOL CALLBACK IsPopup(HWND window, LPARAM argument) {
-    auto& search = *reinterpret_cast<Search*>(argument);
-    const bool fits = GetWindow(window, GW_OWNER) == search.owner && IsWindowVisible(window);
-    if (fits) search.found = window;
-    return !fits;
-}
-
 }  // namespace
 
 HWND PopupOf(HWND owner) {
-    Search search{owner, nullptr};
-    EnumThreadWindows(GetCurrentThreadId(), IsPopup, reinterpret_cast<LPARAM>(&search));
-    return search.found;
+    return FirstThreadWindow([owner](HWND window) {
+        return GetWindow(window, GW_OWNER) == owner && IsWindowVisible(window);
+    });
 }
 
 void OptionDialogTest::SetUp() {

@@ -6,26 +6,11 @@ namespace {
 
 const wchar_t* const kError = L"error in calculating CP value";
 
-struct OwnedDialogSearch {
-    HWND owner;
-    HWND found;
-};
-
-BOOL CALLBACK NoteOwnedDialog(HWND window, LPARAM argument) {
-    auto& search = *reinterpret_cast<OwnedDialogSearch*>(argument);
-    wchar_t name[16] = {};
-    GetClassNameW(window, name, 16);
-    if (GetWindow(window, GW_OWNER) != search.owner || name != std::wstring_view(L"#32770"))
-        return TRUE;
-    search.found = window;
-    return FALSE;
-}
-
 // A dialog of this thread that a window owns, shown or not; null when there is none.
 HWND OwnedDialog(HWND owner) {
-    OwnedDialogSearch search{owner, nullptr};
-    EnumThreadWindows(GetCurrentThreadId(), NoteOwnedDialog, reinterpret_cast<LPARAM>(&search));
-    return search.found;
+    for (const HWND dialog : Dialogs())
+        if (GetWindow(dialog, GW_OWNER) == owner) return dialog;
+    return nullptr;
 }
 
 class OptionFaults : public OptionDialogTest {

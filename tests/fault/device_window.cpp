@@ -2,53 +2,21 @@
 
 #include <commctrl.h>
 
-#include <string>
-#include <vector>
-
 #include "support/host_objects.h"
+#include "support/plugin_window.h"
+#include "window/resource.h"
 
 namespace quillon::test {
 
 namespace {
 
-std::wstring ClassOf(HWND window) {
-    wchar_t name[64];
-    return {name, static_cast<std::size_t>(GetClassNameW(window, name, 64))};
-}
-
-BOOL CALLBACK NoteWindow(HWND window, LPARAM argument) {
-    reinterpret_cast<std::vector<HWND>*>(argument)->push_back(window);
-    return TRUE;
-}
-
-std::vector<HWND> Dialogs() {
-    std::vector<HWND> windows;
-    EnumThreadWindows(GetCurrentThreadId(), NoteWindow, reinterpret_cast<LPARAM>(&windows));
-    std::erase_if(windows, [](HWND window) { return ClassOf(window) != L"#32770"; });
-    return windows;
-}
-
 // The first visible control of a class in a window or in one of its pages.
 HWND Control(HWND window, std::wstring_view kind) {
-    std::vector<HWND> controls;
-    EnumChildWindows(window, NoteWindow, reinterpret_cast<LPARAM>(&controls));
-    for (const HWND control : controls)
+    for (const HWND control : ControlsBelow(window))
         if (ClassOf(control) == kind && (GetWindowLongW(control, GWL_STYLE) & WS_VISIBLE) &&
             (GetParent(control) == window || IsWindowVisible(GetParent(control))))
             return control;
     return nullptr;
-}
-
-struct Search {
-    int id;
-    HWND found;
-};
-
-BOOL CALLBACK IsControl(HWND window, LPARAM argument) {
-    auto& search = *reinterpret_cast<Search*>(argument);
-    if (GetDlgCtrlID(window) != search.id) return TRUE;
-    search.found = window;
-    return FALSE;
 }
 
 }  // namespace
@@ -57,12 +25,6 @@ HWND FindDeviceWindow() {
     for (const HWND window : Dialogs())
         if (GetMenu(window)) return window;
     return nullptr;
-}
-
-void CloseAllWindows() {
-    for (const HWND window : Dialogs())
-        if (IsWindow(window)) SendMessageW(window, WM_CLOSE, 0, 0);
-    Poster::Drain();
 }
 
 void CalmDown(HWND window) {
@@ -99,12 +61,6 @@ void SelectTab(HWND window, std::wstring_view caption) {
     }
 }
 
-HWND ControlOf(HWND window, int id) {
-    Search search{id, nullptr};
-    EnumChildWindows(window, IsControl, reinterpret_cast<LPARAM>(&search));
-    return search.found;
-}
-
 void ChooseCommand(HWND window, int command) {
     SendMessageW(window, WM_COMMAND, static_cast<WPARAM>(command), 0);
 }
@@ -112,9 +68,7 @@ void ChooseCommand(HWND window, int command) {
 bool OpenRow(HWND window, int list, std::wstring_view item) {
     const HWND control = ControlOf(window, list);
     for (int row = 0; row < ListView_GetItemCount(control); ++row) {
-        wchar_t text[256] = {};
-        ListView_GetItemText(control, row, 0, text, 256);
-        if (item != text) continue;
+        if (CellText(control, row, 0) != item) continue;
         ListView_SetItemState(control, row, LVIS_SELECTED | LVIS_FOCUSED,
                               LVIS_SELECTED | LVIS_FOCUSED);
         NMITEMACTIVATE click{};
@@ -124,6 +78,16 @@ bool OpenRow(HWND window, int list, std::wstring_view item) {
         return true;
     }
     return false;
+}
+
+void PrintFirstLabel(HWND window) {
+    SelectTab(window, L"Label Print");
+    const HWND models = ControlOf(window, IDC_NIMBRA_MODEL_LIST);
+    if (SendMessageW(models, LB_SETCURSEL, 0, 0) == LB_ERR) return;
+    SendMessageW(GetParent(models), WM_COMMAND,
+                 static_cast<WPARAM>(MAKELONG(IDC_NIMBRA_MODEL_LIST, LBN_SELCHANGE)),
+                 reinterpret_cast<LPARAM>(models));
+    PressButton(ControlOf(window, IDC_NIMBRA_PRINTBUTTON));
 }
 
 HWND TextBox(HWND window) {

@@ -8,6 +8,7 @@
 
 #include "editors/editors_resource.h"
 #include "model/frmCPDownload_ids.h"
+#include "support/plugin_window.h"
 #include "window/resource.h"
 
 namespace quillon::test {
@@ -73,20 +74,15 @@ void CALLBACK DialogOperator::OnTimer(HWND, UINT, UINT_PTR, DWORD) noexcept {
 }
 
 // A dialog that can be worked with: visible, not disabled by another on top of it, no message box.
-BOOL CALLBACK DialogOperator::OnWindow(HWND window, LPARAM found) {
+bool DialogOperator::CanWork(HWND window) const {
     constexpr int kMarks[] = {IDC_LBLNAME, IDC_FRAME1, IDC_LSTCP_CHOICE};
     const auto has = [&](int id) { return GetDlgItem(window, id) != nullptr; };
-    if (!IsWindowVisible(window) || !IsWindowEnabled(window) || !has(IDOK) ||
-        std::none_of(std::begin(kMarks), std::end(kMarks), has) ||
-        g_operator->m_atWork.contains(window))
-        return TRUE;
-    *reinterpret_cast<HWND*>(found) = window;
-    return FALSE;
+    return IsWindowVisible(window) && IsWindowEnabled(window) && has(IDOK) &&
+           std::ranges::any_of(kMarks, has) && !m_atWork.contains(window);
 }
 
 void DialogOperator::Look() {
-    HWND dialog = nullptr;
-    EnumThreadWindows(GetCurrentThreadId(), OnWindow, reinterpret_cast<LPARAM>(&dialog));
+    const HWND dialog = FirstThreadWindow([this](HWND window) { return CanWork(window); });
     if (!dialog) return;
     m_atWork.insert(dialog);
     Work(dialog);

@@ -19,8 +19,8 @@ public:
 
 private:
     static void CALLBACK OnTimer(HWND, UINT, UINT_PTR, DWORD) noexcept;
-    static BOOL CALLBACK OnWindow(HWND window, LPARAM found);
     void Look();
+    bool CanWork(HWND window) const;
 
     UINT_PTR m_timer = 0;
     std::set<HWND> m_atWork;

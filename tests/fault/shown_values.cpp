@@ -9,6 +9,7 @@
 #include "fault/operations.h"
 #include "host_members.h"
 #include "support/drawn_colors.h"
+#include "support/plugin_window.h"
 #include "window/resource.h"
 
 namespace quillon::test {
@@ -59,19 +60,11 @@ std::map<std::wstring, Current> CurrentValues(IDevice* host) {
     return values;
 }
 
-std::wstring CellText(HWND list, int row, int column) {
-    wchar_t text[512] = {};
-    ListView_GetItemText(list, row, column, text, 512);
-    return text;
-}
-
 std::vector<Shown> ShownValues(HWND window) {
     std::vector<Shown> values;
     for (int label = 0; label < kMainViewLabels; ++label) {
         const HWND control = ControlOf(window, IDC_LBLNV_FIRST + label);
-        wchar_t text[512] = {};
-        GetWindowTextW(control, text, 512);
-        values.push_back({kMainViewKeys[label], text, IsLabelGreyed(control)});
+        values.push_back({kMainViewKeys[label], WindowText(control), IsLabelGreyed(control)});
     }
     for (const int id : kLists) {
         const HWND list = ControlOf(window, id);

@@ -52,13 +52,7 @@ void ChooseInput(Stage& stage) {
 }
 
 HRESULT PrintLabel(Stage& stage) {
-    SelectTab(stage.window, L"Label Print");
-    const HWND models = ControlOf(stage.window, IDC_NIMBRA_MODEL_LIST);
-    SendMessageW(models, LB_SETCURSEL, 0, 0);
-    SendMessageW(GetParent(models), WM_COMMAND,
-                 static_cast<WPARAM>(MAKELONG(IDC_NIMBRA_MODEL_LIST, LBN_SELCHANGE)),
-                 reinterpret_cast<LPARAM>(models));
-    SendMessageW(ControlOf(stage.window, IDC_NIMBRA_PRINTBUTTON), BM_CLICK, 0, 0);
+    PrintFirstLabel(stage.window);
     return S_OK;
 }
 

@@ -80,7 +80,8 @@ protected:
     }
 
     static HRESULT CodeFor(const MemberDescription& member) {
-        return static_cast<HRESULT>(0x80042000 + member.slot);
+        constexpr auto kFirst = static_cast<HRESULT>(0x80042000);
+        return kFirst + static_cast<HRESULT>(member.slot);
     }
 
     std::wstring DescriptionFor(const MemberDescription& member) {
@@ -204,7 +205,7 @@ TEST_F(Forwarding, ExtendedMembersNeverReachTheHostsExtendedInterface) {
         Arguments call(member, room.device.Get());
         call.CallSlot(room.ex.Get());
         EXPECT_EQ(Only(Host().Log(), L"IDeviceEx."), Lines());
-        CloseWindows();
+        CloseAllWindows();
     }
 }
 

@@ -44,7 +44,7 @@ protected:
         com::Ptr<IDispatch> owner;
         long pollingRate = 0;
         room.ex->ShowFocus(owner.InOut(), &pollingRate);
-        CloseWindows();
+        CloseAllWindows();
     }
     struct Factory {
         int high;

@@ -18,27 +18,14 @@ const wchar_t* const kSetpointName = L"nviSetpoint";
 const wchar_t* const kTabs[] = {L"Nimbra", L"Test", L"Tune",        L"Hw",
                                 L"Setup",  L"Test", L"Calibration", L"General Data"};
 
-std::wstring CellText(HWND list, int row, int column) {
-    wchar_t text[256] = {};
-    LVITEMW item{};
-    item.iSubItem = column;
-    item.pszText = text;
-    item.cchTextMax = 256;
-    SendMessageW(list, LVM_GETITEMTEXTW, static_cast<WPARAM>(row), reinterpret_cast<LPARAM>(&item));
-    return text;
-}
-
 int RowOf(HWND list, std::wstring_view name) {
     for (int row = 0; row < ListView_GetItemCount(list); ++row)
         if (CellText(list, row, 0).find(name) != std::wstring::npos) return row;
     return -1;
 }
 
-std::wstring PanelText(HWND window, int place) {
-    wchar_t text[256] = {};
-    SendMessageW(ControlOf(window, IDC_STATUSBAR1), SB_GETTEXTW, static_cast<WPARAM>(place),
-                 reinterpret_cast<LPARAM>(text));
-    return text;
+std::wstring StatusText(HWND window, int place) {
+    return PanelText(ControlOf(window, IDC_STATUSBAR1), place);
 }
 
 }  // namespace
@@ -93,7 +80,7 @@ void SoakTest::TellName(Desk& desk) {
     long reason = 0;
     EXPECT_EQ(desk.room->device->ChangedName(told.InOut(), &reason), S_OK);
     ++m_names.changes;
-    if (PanelText(desk.window, 1) == name) ++m_names.shown;
+    if (StatusText(desk.window, 1) == name) ++m_names.shown;
 }
 
 void SoakTest::FallSilent(Desk& desk) {
@@ -125,13 +112,13 @@ void SoakTest::ComeBack(Desk& desk, long tenth) {
 
 // The state's text in the window is the one in the status bar, and another one than before.
 void SoakTest::TellState(Desk& desk, const wchar_t* state) {
-    const std::wstring before = PanelText(desk.window, 2);
+    const std::wstring before = StatusText(desk.window, 2);
     com::Bstr text(state);
     long reason = 0;
     EXPECT_EQ(desk.room->device->ChangedStatus(text.InOut(), &reason), S_OK);
     ++m_states.changes;
-    const std::wstring shown = PanelText(desk.window, 2);
-    if (shown != before && shown == TextOf(ControlOf(desk.window, IDC_LBLDEVSTATE)))
+    const std::wstring shown = StatusText(desk.window, 2);
+    if (shown != before && shown == WindowText(ControlOf(desk.window, IDC_LBLDEVSTATE)))
         ++m_states.shown;
 }
 

@@ -35,14 +35,9 @@ long IntervalOf(Timer timer, std::wstring_view tab) {
     }
 }
 
-BOOL CALLBACK NoteMenuWindow(HWND window, LPARAM argument) {
-    if (GetMenu(window)) reinterpret_cast<std::vector<HWND>*>(argument)->push_back(window);
-    return TRUE;
-}
-
 std::vector<HWND> DeviceWindows() {
-    std::vector<HWND> windows;
-    EnumThreadWindows(GetCurrentThreadId(), NoteMenuWindow, reinterpret_cast<LPARAM>(&windows));
+    std::vector<HWND> windows = ThreadWindows();
+    std::erase_if(windows, [](HWND window) { return !GetMenu(window); });
     return windows;
 }
 
@@ -159,8 +154,7 @@ void SoakTest::ExpectCurrent() {
     for (const Desk& desk : m_desks) {
         EXPECT_TRUE(IsWindowEnabled(ControlOf(desk.window, IDC_SSTAB1))) << "still frozen";
         const std::wstring value = com::Get(SetpointOf(desk).Get(), L"Value").AsText();
-        const std::wstring shown =
-            quillon::test::TextOf(ControlOf(desk.window, IDC_LBLNV_FIRST + 2));
+        const std::wstring shown = WindowText(ControlOf(desk.window, IDC_LBLNV_FIRST + 2));
         EXPECT_EQ(std::stod(shown), std::stod(value)) << "an old value is shown";
     }
 }

@@ -10,10 +10,8 @@ namespace {
 std::wstring g_value;
 bool g_answered = true;
 
-BOOL CALLBACK FindEditor(HWND window, LPARAM found) {
-    if (!IsWindowVisible(window) || !GetDlgItem(window, IDC_TXTNEWCPVALUE)) return TRUE;
-    *reinterpret_cast<HWND*>(found) = window;
-    return FALSE;
+bool IsEditor(HWND window) {
+    return IsWindowVisible(window) && GetDlgItem(window, IDC_TXTNEWCPVALUE);
 }
 
 }  // namespace
@@ -29,8 +27,7 @@ bool EditorAnswered() {
 
 void CALLBACK AnswerValueEditor(HWND, UINT, UINT_PTR, DWORD) {
     if (g_answered) return;
-    HWND editor = nullptr;
-    EnumThreadWindows(GetCurrentThreadId(), FindEditor, reinterpret_cast<LPARAM>(&editor));
+    const HWND editor = FirstThreadWindow(IsEditor);
     if (!editor) return;
     g_answered = true;
     SetWindowTextW(GetDlgItem(editor, IDC_TXTNEWCPVALUE), g_value.c_str());

@@ -1,7 +1,11 @@
 #include "support/component_fixture.h"
 
+#include <algorithm>
+#include <functional>
+
 #include "com/module.h"
 #include "com/platform.h"
+#include "support/plugin_window.h"
 
 namespace quillon::test {
 namespace {
@@ -13,20 +17,6 @@ public:
 };
 
 [[maybe_unused]] const auto* const g_com = ::testing::AddGlobalTestEnvironment(new ComEnvironment);
-
-// Windows that the system makes for a thread, once, belong to nobody.
-bool IsSystemWindow(HWND window) {
-    wchar_t name[64] = {};
-    GetClassNameW(window, name, 64);
-    const std::wstring_view kind = name;
-    return kind == L"IME" || kind.starts_with(L"MSCTFIME") || kind.starts_with(L"Ole") ||
-           kind.starts_with(L"CicMarshal");
-}
-
-BOOL CALLBACK CountWindow(HWND window, LPARAM count) {
-    if (!IsSystemWindow(window)) ++*reinterpret_cast<int*>(count);
-    return TRUE;
-}
 
 // What the system makes with a thread's first window and first message box stays for ever.
 void MakeWhatStays() {
@@ -42,8 +32,8 @@ void MakeWhatStays() {
 
 ComponentTest::Resources ComponentTest::Count() {
     Resources resources;
-    EnumThreadWindows(GetCurrentThreadId(), CountWindow,
-                      reinterpret_cast<LPARAM>(&resources.windows));
+    resources.windows =
+        static_cast<int>(std::ranges::count_if(ThreadWindows(), std::not_fn(IsSystemWindow)));
     resources.gdi = GetGuiResources(GetCurrentProcess(), GR_GDIOBJECTS);
     resources.user = GetGuiResources(GetCurrentProcess(), GR_USEROBJECTS);
     return resources;

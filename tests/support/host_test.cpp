@@ -4,6 +4,8 @@
 #include <filesystem>
 #include <stdexcept>
 
+#include "support/plugin_window.h"
+
 namespace quillon::test {
 
 namespace {
@@ -22,29 +24,12 @@ std::wstring MakeFolder() {
     return folder;
 }
 
-BOOL CALLBACK NoteWindow(HWND window, LPARAM argument) {
-    wchar_t name[128];
-    GetClassNameW(window, name, 128);
-    const std::wstring kind = name;
-    // The system makes these on its own when the first window comes up.
-    if (kind != L"IME" && kind.find(L"MSCTFIME") == std::wstring::npos &&
-        kind.find(L"OleMainThread") == std::wstring::npos)
-        reinterpret_cast<std::vector<std::wstring>*>(argument)->push_back(kind);
-    return TRUE;
-}
-
+// The classes of the windows.
 std::vector<std::wstring> Windows() {
     std::vector<std::wstring> windows;
-    EnumThreadWindows(GetCurrentThreadId(), NoteWindow, reinterpret_cast<LPARAM>(&windows));
+    for (const HWND window : ThreadWindows())
+        if (!IsSystemWindow(window)) windows.push_back(ClassOf(window));
     return windows;
-}
-
-BOOL CALLBACK NoteDialog(HWND window, LPARAM argument) {
-    wchar_t name[128];
-    GetClassNameW(window, name, 128);
-    if (std::wstring_view(name) == L"#32770")
-        reinterpret_cast<std::vector<HWND>*>(argument)->push_back(window);
-    return TRUE;
 }
 
 std::wstring RawOf(const Json& points, int index) {
@@ -98,14 +83,6 @@ void HostTest::TearDown() {
     Host().Clear();
     std::error_code ignored;
     std::filesystem::remove_all(m_folder, ignored);
-}
-
-void HostTest::CloseWindows() {
-    std::vector<HWND> dialogs;
-    EnumThreadWindows(GetCurrentThreadId(), NoteDialog, reinterpret_cast<LPARAM>(&dialogs));
-    for (const HWND dialog : dialogs)
-        if (IsWindow(dialog)) SendMessageW(dialog, WM_CLOSE, 0, 0);
-    Poster::Drain();
 }
 
 std::wstring HostTest::InFolder(std::wstring_view name) const {
@@ -173,6 +150,12 @@ std::wstring HostTest::VariableRaw(std::wstring_view neuron, int index) {
 std::wstring HostTest::PropertyRaw(std::wstring_view neuron, int index) {
     Json saved = Saved();
     return RawOf(DeviceOf(saved, neuron).at("cps"), index);
+}
+
+void CloseAllWindows() {
+    for (const HWND dialog : Dialogs())
+        if (IsWindow(dialog)) SendMessageW(dialog, WM_CLOSE, 0, 0);
+    Poster::Drain();
 }
 
 void Download(const Room& room, const std::wstring& path) {

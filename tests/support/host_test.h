@@ -66,8 +66,6 @@ protected:
 
     MessageBoxes& Boxes() { return *m_boxes; }
     Poster& Posted() { return *m_poster; }
-    // Closes what windows the plug-in has open, as the operator does.
-    void CloseWindows();
     // The test provokes what the host refuses as misuse.
     void AllowMisuse() { m_misuseAllowed = true; }
 
@@ -92,6 +90,9 @@ std::wstring TextOf(const com::Ptr<I>& object, HRESULT (STDMETHODCALLTYPE I::*me
     com::Check((object.Get()->*member)(text.Out()));
     return text.Text();
 }
+
+// Closes the dialogs of this thread as the operator does, the splash window included.
+void CloseAllWindows();
 
 // Gives a room's file names to the plug-in and lets it work; the results are checked.
 void Download(const Room& room, const std::wstring& path);

@@ -6,6 +6,8 @@
 #include <iterator>
 #include <utility>
 
+#include "support/plugin_window.h"
+
 namespace quillon::test {
 namespace {
 
@@ -14,19 +16,6 @@ constexpr int kButtons[] = {IDOK, IDCANCEL, IDABORT, IDRETRY, IDIGNORE, IDYES, I
 constexpr int kHarmless[] = {IDCANCEL, IDNO, IDABORT, IDOK};
 
 MessageBoxes* g_boxes = nullptr;
-
-std::wstring TextOf(HWND window) {
-    std::wstring text(static_cast<std::size_t>(GetWindowTextLengthW(window)) + 1, L'\0');
-    const int length = GetWindowTextW(window, text.data(), static_cast<int>(text.size()));
-    text.resize(static_cast<std::size_t>(length));
-    return text;
-}
-
-std::wstring ClassOf(HWND window) {
-    wchar_t name[64];
-    const int length = GetClassNameW(window, name, static_cast<int>(std::size(name)));
-    return {name, static_cast<std::size_t>(length)};
-}
 
 Icon IconOf(HWND picture) {
     const auto shown = reinterpret_cast<HICON>(SendMessageW(picture, STM_GETICON, 0, 0));
@@ -43,32 +32,30 @@ struct Content {
     Box box;
 };
 
-BOOL CALLBACK OnChild(HWND child, LPARAM argument) {
-    auto& content = *reinterpret_cast<Content*>(argument);
-    const std::wstring kind = ClassOf(child);
-    if (kind == L"Button") return TRUE;
+void AddPart(Content& content, HWND part) {
+    const std::wstring kind = ClassOf(part);
+    if (kind == L"Button") return;
     content.onlyBoxParts = content.onlyBoxParts && kind == L"Static";
-    if (kind != L"Static") return TRUE;
-    const LONG style = GetWindowLongW(child, GWL_STYLE);
+    if (kind != L"Static") return;
+    const LONG style = GetWindowLongW(part, GWL_STYLE);
     if ((style & SS_TYPEMASK) == SS_ICON)
-        content.box.icon = IconOf(child);
+        content.box.icon = IconOf(part);
     else
-        content.box.text += TextOf(child);
-    return TRUE;
+        content.box.text += WindowText(part);
 }
 
 // A dialog window of nothing but a text, an icon and buttons of the usual numbers.
 std::optional<Box> ReadBox(HWND window) {
     if (ClassOf(window) != L"#32770") return std::nullopt;
     Content content;
-    EnumChildWindows(window, OnChild, reinterpret_cast<LPARAM>(&content));
+    for (const HWND part : ControlsBelow(window)) AddPart(content, part);
     Box box = std::move(content.box);
     for (const int button : kButtons)
         if (GetDlgItem(window, button)) box.buttons.push_back(button);
     if (!content.onlyBoxParts || box.buttons.empty()) return std::nullopt;
     // Windows numbers the button of a box that has OK alone as if it were Cancel.
     if (box.buttons == std::vector<int>{IDCANCEL}) box.buttons = {IDOK};
-    box.title = TextOf(window);
+    box.title = WindowText(window);
     box.hadOwner = GetWindow(window, GW_OWNER) != nullptr;
     return box;
 }

@@ -4,8 +4,8 @@
 
 #include <utility>
 
+#include "support/plugin_window.h"
 #include "ui/file_dialog.h"
-#include "window/window_reading.h"
 
 namespace quillon::test {
 namespace {
@@ -28,15 +28,9 @@ FileDialog::~FileDialog() {
     EXPECT_TRUE(m_seen) << "no file dialog came up";
 }
 
-BOOL CALLBACK FileDialog::OnWindow(HWND window, LPARAM found) {
-    if (!GetDlgItem(window, kFileName)) return TRUE;
-    *reinterpret_cast<HWND*>(found) = window;
-    return FALSE;
-}
-
 void CALLBACK FileDialog::OnTimer(HWND, UINT, UINT_PTR timer, DWORD) {
-    HWND dialog = nullptr;
-    EnumThreadWindows(GetCurrentThreadId(), OnWindow, reinterpret_cast<LPARAM>(&dialog));
+    const HWND dialog =
+        FirstThreadWindow([](HWND window) { return GetDlgItem(window, kFileName) != nullptr; });
     if (!dialog || !g_expected) return;
     KillTimer(nullptr, timer);
     g_expected->Answer(dialog);

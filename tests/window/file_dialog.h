@@ -21,7 +21,6 @@ public:
     const std::wstring& Proposed() const { return m_proposed; }
 
 private:
-    static BOOL CALLBACK OnWindow(HWND window, LPARAM found);
     static void CALLBACK OnTimer(HWND, UINT, UINT_PTR timer, DWORD);
     void Answer(HWND dialog);
 

@@ -3,30 +3,17 @@
 #include <windows.h>
 
 #include <cstdint>
-#include <string_view>
+
+#include "support/plugin_window.h"
 
 namespace quillon::test {
 namespace {
 
-// Windows that the system makes for a thread, once, belong to nobody.
-bool IsSystemWindow(HWND window) {
-    wchar_t name[64] = {};
-    GetClassNameW(window, name, 64);
-    const std::wstring_view kind = name;
-    return kind == L"IME" || kind.starts_with(L"MSCTFIME") || kind.starts_with(L"Ole") ||
-           kind.starts_with(L"CicMarshal");
-}
-
-BOOL CALLBACK CountOne(HWND, LPARAM count) {
-    ++*reinterpret_cast<int*>(count);
-    return TRUE;
-}
-
-BOOL CALLBACK CountTree(HWND window, LPARAM count) {
-    if (IsSystemWindow(window)) return TRUE;
-    CountOne(window, count);
-    EnumChildWindows(window, CountOne, count);
-    return TRUE;
+int CountWindows() {
+    std::size_t count = 0;
+    for (const HWND window : ThreadWindows())
+        if (!IsSystemWindow(window)) count += 1 + ControlsBelow(window).size();
+    return static_cast<int>(count);
 }
 
 bool IsIcon(HICON icon) {
@@ -71,7 +58,7 @@ void CountByHandle(GuiObjects& objects) {
 
 GuiObjects CountGuiObjects() {
     GuiObjects objects;
-    EnumThreadWindows(GetCurrentThreadId(), CountTree, reinterpret_cast<LPARAM>(&objects.windows));
+    objects.windows = CountWindows();
     objects.drawing = static_cast<int>(GetGuiResources(GetCurrentProcess(), GR_GDIOBJECTS));
     if (objects.drawing != 0)
         objects.menus = static_cast<int>(GetGuiResources(GetCurrentProcess(), GR_USEROBJECTS));

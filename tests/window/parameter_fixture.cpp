@@ -7,18 +7,10 @@ namespace {
 
 ParameterForm* g_expected = nullptr;
 
-BOOL CALLBACK OnWindow(HWND window, LPARAM found) {
-    if (!IsWindowVisible(window) || WindowText(window) != L"Parameter download") return TRUE;
-    *reinterpret_cast<HWND*>(found) = window;
-    return FALSE;
-}
-
 }  // namespace
 
 HWND ShownParameterForm() {
-    HWND form = nullptr;
-    EnumThreadWindows(GetCurrentThreadId(), OnWindow, reinterpret_cast<LPARAM>(&form));
-    return form;
+    return ShownWindow(L"Parameter download");
 }
 
 ParameterForm::ParameterForm(std::function<void(HWND)> act) : m_act(std::move(act)) {

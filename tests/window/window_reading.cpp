@@ -11,13 +11,6 @@ void PrintTo(const ShownRow& row, std::ostream* out) {
     *out << testing::PrintToString(Lines{row.text, row.value, row.icon});
 }
 
-std::wstring WindowText(HWND window) {
-    std::wstring text(static_cast<std::size_t>(GetWindowTextLengthW(window)) + 1, L'\0');
-    text.resize(static_cast<std::size_t>(
-        GetWindowTextW(window, text.data(), static_cast<int>(text.size()))));
-    return text;
-}
-
 HWND PageItem(const frmVantor& window, int tab, int id) {
     return GetDlgItem(window.PageWindow(tab), id);
 }
@@ -84,17 +77,6 @@ Lines Headers(HWND list) {
     return headers;
 }
 
-std::wstring CellText(HWND list, int row, int column) {
-    std::wstring text(20000, L'\0');
-    LVITEMW item{};
-    item.iSubItem = column;
-    item.pszText = text.data();
-    item.cchTextMax = static_cast<int>(text.size());
-    text.resize(static_cast<std::size_t>(SendMessageW(
-        list, LVM_GETITEMTEXTW, static_cast<WPARAM>(row), reinterpret_cast<LPARAM>(&item))));
-    return text;
-}
-
 std::vector<ShownRow> Rows(HWND list) {
     std::vector<ShownRow> rows;
     for (int row = 0; row < ListView_GetItemCount(list); ++row) {
@@ -122,12 +104,7 @@ Lines ListBoxEntries(HWND listBox) {
 }
 
 std::wstring Panel(const frmVantor& window, int place) {
-    const HWND bar = window.Item(IDC_STATUSBAR1);
-    const auto part = static_cast<WPARAM>(place);
-    std::wstring text(LOWORD(SendMessageW(bar, SB_GETTEXTLENGTHW, part, 0)) + 1u, L'\0');
-    text.resize(
-        LOWORD(SendMessageW(bar, SB_GETTEXTW, part, reinterpret_cast<LPARAM>(text.data()))));
-    return text;
+    return PanelText(window.Item(IDC_STATUSBAR1), place);
 }
 
 Lines MenuEntries(HMENU menu) {

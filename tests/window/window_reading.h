@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "support/drawn_colors.h"
+#include "support/plugin_window.h"
 #include "window/frmVantor.h"
 
 namespace quillon::test {
@@ -25,7 +26,6 @@ struct ShownRow {
 
 void PrintTo(const ShownRow& row, std::ostream* out);
 
-std::wstring WindowText(HWND window);
 HWND PageItem(const frmVantor& window, int tab, int id);
 std::wstring PageText(const frmVantor& window, int tab, int id);
 // Texts of a page's controls that have no identifier of their own, in their order.
@@ -36,7 +36,6 @@ std::vector<int> ShownTabNumbers(const frmVantor& window);
 
 Lines Headers(HWND list);
 std::vector<ShownRow> Rows(HWND list);
-std::wstring CellText(HWND list, int row, int column);
 Lines ListBoxEntries(HWND listBox);
 std::wstring Panel(const frmVantor& window, int place);
 
