@@ -6,8 +6,8 @@
 #include <optional>
 
 #include "damage/outcomes.h"
-#include "damage/watch.h"
 #include "fault/device_window.h"
+#include "support/watchdog.h"
 
 namespace quillon::test {
 
@@ -95,7 +95,7 @@ void DamageTest::RunOne(FileKind kind, const std::string& seed, std::uint32_t nu
     WriteBytes(kept, damaged.bytes);
     const int before = Failures();
     {
-        const Watch watch(name);
+        WatchRound(name);
         Random random(number);
         const std::string outcome = Take(damaged.bytes, random);
         CountDamaged(share.extension, damaged.mutation, outcome);

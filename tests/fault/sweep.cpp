@@ -8,6 +8,7 @@
 #include "fault/dialog_operator.h"
 #include "fault/shown_values.h"
 #include "fault/stand_ins.h"
+#include "support/watchdog.h"
 
 namespace quillon::test {
 
@@ -18,18 +19,15 @@ bool Asked(const char* variable) {
     return GetEnvironmentVariableW(Wide(variable).c_str(), value, 8) > 0;
 }
 
-// All; or one of them, another one for each kind of fault, and of an operation in a window for
-// about every other kind, for windows take long to make.
+// All; or a few of them, evenly spread and others for each operation and kind of fault.
 std::vector<std::size_t> Chosen(std::size_t count, const Operation& operation, const char* kind) {
+    constexpr std::size_t kSample = 3;
+    std::size_t first = 0;
+    for (const std::string& text : {std::string(operation.name), std::string(kind)})
+        for (const char one : text) first = first * 31 + static_cast<unsigned char>(one);
+    const std::size_t taken = FullSweep() ? count : std::min(count, kSample);
     std::vector<std::size_t> chosen;
-    if (FullSweep()) {
-        for (std::size_t i = 0; i < count; ++i) chosen.push_back(i);
-    } else if (count > 0) {
-        std::size_t place = 0;
-        for (const std::string& text : {std::string(operation.name), std::string(kind)})
-            for (const char one : text) place = place * 31 + static_cast<unsigned char>(one);
-        if (!operation.needsWindow || place / count % 2 == 0) chosen.push_back(place % count);
-    }
+    for (std::size_t i = 0; i < taken; ++i) chosen.push_back((first + i * count / taken) % count);
     return chosen;
 }
 
@@ -154,6 +152,7 @@ void SweepTest::Sweep(const Operation& operation, const char* kind, const Seen& 
                       const std::vector<Fault>& faults, const Rules& rules) {
     for (const std::size_t place : Chosen(faults.size(), operation, kind)) {
         const Fault& fault = faults[place];
+        WatchRound(std::string(operation.name) + ", " + kind + ": " + fault.name);
         SCOPED_TRACE(std::string(operation.name) + ", " + kind + ": " + fault.name);
         if (Asked("QUILLON_TRACE")) {
             std::printf("%s, %s: %s\n", operation.name, kind, fault.name.c_str());

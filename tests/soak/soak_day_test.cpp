@@ -1,5 +1,6 @@
 // A day of eight windows, as fast as their messages are handled; a part of it by default.
 #include "soak/soak_test.h"
+#include "support/watchdog.h"
 
 namespace quillon::test {
 namespace {
@@ -19,6 +20,7 @@ TEST_F(Soak, NothingGrowsAndNoEventIsLost) {
     const long between = end / (WholeDay() ? 40 : 10);
     ResourceCurve curve;
     for (long tenth = 0; tenth < end; ++tenth) {
+        if (tenth % 600 == 0) WatchRound("minute " + std::to_string(tenth / 600));
         Pass(tenth);
         if ((tenth + 1) % between != 0) continue;
         CalmAll();

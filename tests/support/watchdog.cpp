@@ -1,9 +1,9 @@
-// Ends a test program whose test does not end: a real window can wait for ever, and a run must not.
+#include "support/watchdog.h"
+
 #include <gtest/gtest.h>
 
-#include <atomic>
 #include <cstdio>
-#include <string>
+#include <mutex>
 
 #include "com/platform.h"
 
@@ -21,30 +21,37 @@ DWORD Longest() {
 constexpr UINT kHung = 4;
 
 class Watchdog final : public ::testing::EmptyTestEventListener {
+public:
+    static void Begin(const std::string& what) {
+        const std::lock_guard hold(s_lock);
+        s_watched = what;
+        s_start = GetTickCount();
+    }
+
+private:
     void OnTestProgramStart(const ::testing::UnitTest&) override {
         CloseHandle(CreateThread(nullptr, 0, Watch, nullptr, 0, nullptr));
     }
     void OnTestStart(const ::testing::TestInfo& test) override {
-        s_test = &test;
-        s_start = GetTickCount();
+        Begin(std::string(test.test_suite_name()) + "." + test.name());
     }
-    void OnTestEnd(const ::testing::TestInfo&) override { s_test = nullptr; }
+    void OnTestEnd(const ::testing::TestInfo&) override { Begin({}); }
 
     static DWORD WINAPI Watch(void*) {
         const DWORD longest = Longest() * 1000;
         for (;;) {
             Sleep(500);
-            const ::testing::TestInfo* const test = s_test;
-            if (!test || GetTickCount() - s_start < longest) continue;
-            std::fprintf(stderr, "[  FAILED  ] %s.%s does not end\n", test->test_suite_name(),
-                         test->name());
+            const std::lock_guard hold(s_lock);
+            if (s_watched.empty() || GetTickCount() - s_start < longest) continue;
+            std::fprintf(stderr, "[  FAILED  ] %s does not end\n", s_watched.c_str());
             std::fflush(nullptr);
             TerminateProcess(GetCurrentProcess(), kHung);
         }
     }
 
-    static inline std::atomic<const ::testing::TestInfo*> s_test = nullptr;
-    static inline std::atomic<DWORD> s_start = 0;
+    static inline std::mutex s_lock;
+    static inline std::string s_watched;
+    static inline DWORD s_start = 0;
 };
 
 const bool kWatched = [] {
@@ -53,5 +60,9 @@ const bool kWatched = [] {
 }();
 
 }  // namespace
+
+void WatchRound(const std::string& name) {
+    Watchdog::Begin(name);
+}
 
 }  // namespace quillon::test
