@@ -98,9 +98,10 @@ HRESULT Subscribers::Remove(DWORD cookie) noexcept {
     return S_OK;
 }
 
-bool Subscribers::Has(DWORD cookie) const {
-    return std::any_of(m_subscribers.begin(), m_subscribers.end(),
-                       [&](const Subscriber& one) { return one.cookie == cookie; });
+const Subscribers::Subscriber* Subscribers::After(DWORD cookie) const {
+    const auto found = std::ranges::upper_bound(m_subscribers, cookie, {},
+                                                [](const auto& one) { return one.cookie; });
+    return found == m_subscribers.end() ? nullptr : &*found;
 }
 
 Ptr<IEnumConnections> Subscribers::Enumerate(IUnknown* keepAlive) const {
@@ -110,23 +111,22 @@ Ptr<IEnumConnections> Subscribers::Enumerate(IUnknown* keepAlive) const {
     return Make<Enumerator<IEnumConnections, ConnectionTraits>>(std::move(connections));
 }
 
-void Subscribers::Raise(DISPID event, std::vector<VARIANT> arguments) noexcept {
-    try {
-        std::reverse(arguments.begin(), arguments.end());
-        DISPPARAMS params{arguments.data(), nullptr, static_cast<UINT>(arguments.size()), 0};
-        const std::vector<Subscriber> snapshot = m_subscribers;
-        for (const Subscriber& one : snapshot) {
-            if (!Has(one.cookie)) continue;
-            Variant ignored;
-            EXCEPINFO exception{};
-            one.sink->Invoke(event, IID_NULL, LOCALE_USER_DEFAULT, DISPATCH_METHOD, &params,
-                             &ignored, &exception, nullptr);
-            SysFreeString(exception.bstrSource);
-            SysFreeString(exception.bstrDescription);
-            SysFreeString(exception.bstrHelpFile);
-        }
-    } catch (...) {
-        SetErrorInfo(0, nullptr);
+void Subscribers::Raise(DISPID event, std::span<VARIANT> arguments) noexcept {
+    std::ranges::reverse(arguments);
+    DISPPARAMS params{arguments.data(), nullptr, static_cast<UINT>(arguments.size()), 0};
+    const DWORD last = m_lastCookie;
+    DWORD told = 0;
+    for (const Subscriber* next; (next = After(told)) && next->cookie <= last;) {
+        told = next->cookie;
+        // The subscriber may let go from inside.
+        const Ptr<IDispatch> sink = next->sink;
+        Variant ignored;
+        EXCEPINFO exception{};
+        sink->Invoke(event, IID_NULL, LOCALE_USER_DEFAULT, DISPATCH_METHOD, &params, &ignored,
+                     &exception, nullptr);
+        SysFreeString(exception.bstrSource);
+        SysFreeString(exception.bstrDescription);
+        SysFreeString(exception.bstrHelpFile);
     }
 }
 

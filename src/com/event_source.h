@@ -1,6 +1,7 @@
 // The event side of an object: one outgoing dispatch interface and its subscribers.
 #pragma once
 
+#include <span>
 #include <vector>
 
 #include "com/error.h"
@@ -20,8 +21,9 @@ public:
 
     // Tells every subscriber. A subscriber's failure stops nobody; one that lets go (or is let go
     // of) while the event is on its way is not called any more, one that joins is not called yet.
-    // Arguments are in the interface's order and may be written to by subscribers.
-    void Raise(DISPID event, std::vector<VARIANT> arguments) noexcept;
+    // Arguments are in the interface's order, are turned round in their place and may be written to
+    // by subscribers. Takes no memory: who is not told would go on with what was.
+    void Raise(DISPID event, std::span<VARIANT> arguments) noexcept;
 
 private:
     struct Subscriber {
@@ -29,9 +31,10 @@ private:
         Ptr<IDispatch> sink;
     };
 
-    bool Has(DWORD cookie) const;
+    // The first of the subscribers behind a cookie; null when there is none.
+    const Subscriber* After(DWORD cookie) const;
 
-    std::vector<Subscriber> m_subscribers;
+    std::vector<Subscriber> m_subscribers;  // by growing cookies
     DWORD m_lastCookie = 0;
 };
 

@@ -2,6 +2,8 @@
 //
 #include <commctrl.h>
 
+#include <algorithm>
+
 #include "com/error.h"
 #include "com/late.h"
 #include "editors/EditPoint.h"
@@ -113,8 +115,8 @@ DataPoint frmCPModif4::FieldOf(const std::wstring& key) const {
     return DataPoint(item.AsObject());
 }
 
-// The field gets the row's value first, for the host may have changed it since. A field that is
-// gone, and a host that fails, open nothing.
+// The field gets the row's value first, for the host may have changed it since; not one that could
+// not be read. A field that is gone, and a host that fails, open nothing.
 void frmCPModif4::EditField() {
     const int selected = ListView_GetNextItem(Item(IDC_LVWMAIN), -1, LVNI_SELECTED);
     if (selected < 0 || m_editing) return;
@@ -122,7 +124,7 @@ void frmCPModif4::EditField() {
     m_editing = true;
     com::Quietly([&] {
         const DataPoint field = FieldOf(m_rows[place].key);
-        field.SetValue(m_rows[place].value);
+        if (m_rows[place].value != kUnread) field.SetValue(m_rows[place].value);
         if (EditStructureField(field, Handle())) RefreshRow(place, field);
     });
     m_editing = false;
@@ -142,7 +144,10 @@ void frmCPModif4::RefreshRow(std::size_t place, const DataPoint& field) {
     if (Handle()) SetCell(Item(IDC_LVWMAIN), static_cast<int>(place), kValueColumn, row.shown);
 }
 
+// It is written as a whole, so not with a field that could not be read.
 std::optional<std::wstring> frmCPModif4::TextToWrite() {
+    if (std::ranges::find(m_rows, kUnread, &FieldRow::value) != m_rows.end())
+        throw com::Error(E_FAIL);
     return StructureText(m_rows);
 }
 

@@ -100,7 +100,7 @@ void CDevice::RaiseText(Event event, BSTR* text) {
     VariantInit(&argument);
     argument.vt = VT_BYREF | VT_BSTR;
     argument.pbstrVal = text ? text : none.InOut();
-    m_subscribers.Raise(static_cast<DISPID>(event), {argument});
+    m_subscribers.Raise(static_cast<DISPID>(event), {&argument, 1});
 }
 
 void CDevice::RaiseChangedApplication() {

@@ -6,7 +6,8 @@
 
 namespace quillon {
 
-DeviceEvents::DeviceEvents(IUnknown* source, Handler handler) : m_handler(std::move(handler)) {
+DeviceEvents::DeviceEvents(IUnknown* source, Handler handler)
+    : m_handler(std::make_shared<const Handler>(std::move(handler))) {
     const auto container = com::Ptr<IUnknown>(source).As<IConnectionPointContainer>();
     if (!container) throw com::Error(CONNECT_E_NOCONNECTION);
     com::Check(container->FindConnectionPoint(DIID___CDevice, m_point.Out()));
@@ -37,12 +38,12 @@ STDMETHODIMP DeviceEvents::Invoke(DISPID member, REFIID, LCID, WORD, DISPPARAMS*
                                   EXCEPINFO*, UINT*) {
     const com::Ptr<IDispatch> hold(this);
     com::Quietly([&] {
-        std::wstring text;
+        std::wstring_view text;
         if (params && params->cArgs == 1 && params->rgvarg[0].vt == (VT_BYREF | VT_BSTR))
-            text = com::Text(*params->rgvarg[0].pbstrVal);
-        // A copy: the handler may stop this subscription.
-        const Handler handler = m_handler;
-        if (handler) handler(static_cast<DeviceEvent>(member), text);
+            if (const BSTR given = *params->rgvarg[0].pbstrVal) text = {given, SysStringLen(given)};
+        // It may stop this subscription.
+        const auto handler = m_handler;
+        if (handler) (*handler)(static_cast<DeviceEvent>(member), text);
     });
     return S_OK;
 }

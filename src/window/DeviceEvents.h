@@ -2,7 +2,8 @@
 #pragma once
 
 #include <functional>
-#include <string>
+#include <memory>
+#include <string_view>
 
 #include "com/object.h"
 #include "com/platform.h"
@@ -22,7 +23,7 @@ enum class DeviceEvent : DISPID {
 // called.
 class DeviceEvents final : public com::Object<IDispatch> {
 public:
-    using Handler = std::function<void(DeviceEvent event, const std::wstring& text)>;
+    using Handler = std::function<void(DeviceEvent event, std::wstring_view text)>;
 
     // Throws com::Error when the source has no such events.
     DeviceEvents(IUnknown* source, Handler handler);
@@ -37,7 +38,7 @@ public:
 private:
     com::Ptr<IConnectionPoint> m_point;
     DWORD m_cookie = 0;
-    Handler m_handler;
+    std::shared_ptr<const Handler> m_handler;
 };
 
 }  // namespace quillon

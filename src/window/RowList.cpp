@@ -1,5 +1,6 @@
 #include "window/RowList.h"
 
+#include <algorithm>
 #include <cstring>
 
 namespace quillon {
@@ -60,6 +61,7 @@ void RowList::Clear() {
 void RowList::Append(std::vector<ListRow> rows) {
     SendMessageW(m_control, WM_SETREDRAW, FALSE, 0);
     ListView_SetItemCount(m_control, static_cast<int>(m_rows.size() + rows.size()));
+    m_stale.resize(m_rows.size() + rows.size());
     for (ListRow& row : rows) {
         LVITEMW item{};
         item.mask = LVIF_TEXT | LVIF_IMAGE | LVIF_PARAM;
@@ -84,8 +86,13 @@ bool RowList::SetValue(std::size_t place, const std::wstring& value) {
 }
 
 void RowList::SetStale(std::size_t place, bool stale) {
-    const bool changed = stale ? m_stale.insert(place).second : m_stale.erase(place) != 0;
-    if (changed) ListView_RedrawItems(m_control, static_cast<int>(place), static_cast<int>(place));
+    if (place >= m_stale.size() || (m_stale[place] != 0) == stale) return;
+    m_stale[place] = stale ? 1 : 0;
+    ListView_RedrawItems(m_control, static_cast<int>(place), static_cast<int>(place));
+}
+
+void RowList::SetAllStale() {
+    for (std::size_t place = 0; place < m_stale.size(); ++place) SetStale(place, true);
 }
 
 std::optional<std::size_t> RowList::PlaceOf(std::wstring_view key) const {
@@ -128,9 +135,12 @@ void RowList::FitColumns() const {
 LRESULT RowList::CustomDraw(const NMLVCUSTOMDRAW& draw) const {
     switch (draw.nmcd.dwDrawStage) {
         case CDDS_PREPAINT:
-            return m_stale.empty() ? CDRF_DODEFAULT : CDRF_NOTIFYITEMDRAW;
+            return std::ranges::find(m_stale, 1) == m_stale.end() ? CDRF_DODEFAULT
+                                                                  : CDRF_NOTIFYITEMDRAW;
         case CDDS_ITEMPREPAINT:
-            return m_stale.contains(draw.nmcd.dwItemSpec) ? CDRF_NOTIFYSUBITEMDRAW : CDRF_DODEFAULT;
+            return draw.nmcd.dwItemSpec < m_stale.size() && m_stale[draw.nmcd.dwItemSpec] != 0
+                       ? CDRF_NOTIFYSUBITEMDRAW
+                       : CDRF_DODEFAULT;
         case CDDS_ITEMPREPAINT | CDDS_SUBITEM:
             if (draw.iSubItem != kValueColumn) return CDRF_DODEFAULT;
             const_cast<NMLVCUSTOMDRAW&>(draw).clrText = GetSysColor(COLOR_GRAYTEXT);

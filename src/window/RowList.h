@@ -6,7 +6,6 @@
 #include <commctrl.h>
 
 #include <optional>
-#include <set>
 #include <string>
 #include <vector>
 
@@ -31,6 +30,7 @@ public:
     bool SetValue(std::size_t place, const std::wstring& value);
     // A stale row's value is shown greyed.
     void SetStale(std::size_t place, bool stale);
+    void SetAllStale();
     // The row with a key; nullopt when there is none.
     std::optional<std::size_t> PlaceOf(std::wstring_view key) const;
     // The selected row that has the focus, else the first selected one.
@@ -52,7 +52,7 @@ private:
 
     HWND m_control = nullptr;
     std::vector<ListRow> m_rows;
-    std::set<std::size_t> m_stale;
+    std::vector<char> m_stale;  // of each row; marking one takes no memory
 };
 
 }  // namespace quillon

@@ -129,7 +129,7 @@ void frmVantor::SetDevice(CDevice* device) {
     const std::weak_ptr<Form> self = weak_from_this();
     com::Quietly([&] {
         m_events = com::Make<DeviceEvents>(
-            m_device.Get(), [this, self](DeviceEvent event, const std::wstring& text) {
+            m_device.Get(), [this, self](DeviceEvent event, std::wstring_view text) {
                 if (const auto alive = self.lock(); alive && alive->IsOpen())
                     OnDeviceEvent(event, text);
             });

@@ -146,8 +146,9 @@ private:
     void RunBusy(const std::function<void()>& work);
     void UpdateActionMenu();
     void UpdateWhenDue();
-    void OnDeviceEvent(DeviceEvent event, const std::wstring& text);
-    void RefreshPoint(const std::wstring& text);
+    void OnDeviceEvent(DeviceEvent event, std::wstring_view text);
+    void RefreshPoint(std::wstring_view text);
+    void RefreshRows(std::wstring_view text);
     LiveReading ReadPoint(std::wstring_view prefix, const std::wstring& key);
 
     // Files from and to the device (frmVantorTransfers.cpp)

@@ -171,7 +171,7 @@ void frmVantor::OpenDocumentation() {
     if (const auto message = DocumentationMessage(result)) ui::ShowMessage(*message, MB_OK);
 }
 
-void frmVantor::OnDeviceEvent(DeviceEvent event, const std::wstring& text) {
+void frmVantor::OnDeviceEvent(DeviceEvent event, std::wstring_view text) {
     switch (event) {
         case DeviceEvent::kChangedStatus:
             RefreshState();
@@ -202,11 +202,24 @@ LiveReading frmVantor::ReadPoint(std::wstring_view prefix, const std::wstring& k
     return ReadLivePoint(FindPoint(points.Get(), com::Variant(key)).Get(), [] {});
 }
 
+// Where it is not known what became of the rows, for want of memory say, all of them are greyed.
+void frmVantor::RefreshPoint(std::wstring_view text) {
+    bool refreshed = false;
+    com::Quietly([&] {
+        RefreshRows(text);
+        refreshed = true;
+    });
+    if (!IsOpen()) return;
+    if (!refreshed)
+        for (const auto& [control, list] : m_listOf) list->SetAllStale();
+    ShowGeneralData();
+}
+
 // The point that the host names, in every row that shows it. The main view has its next poll.
-void frmVantor::RefreshPoint(const std::wstring& text) {
+void frmVantor::RefreshRows(std::wstring_view text) {
     const bool property = text.starts_with(kCpPrefix);
     const bool prefixed = property || text.starts_with(kNvPrefix);
-    const std::wstring key = prefixed ? ItemKey(text) : text;
+    const std::wstring key = prefixed ? ItemKey(text) : std::wstring(text);
     std::vector<RowList*> lists;
     for (const auto& [control, list] : m_listOf) lists.push_back(list);
     for (RowList* list : lists) {
@@ -221,7 +234,6 @@ void frmVantor::RefreshPoint(const std::wstring& text) {
                 if (list->Rows()[place].key == rowKey) ShowReading(*list, place, reading);
         }
     }
-    ShowGeneralData();
 }
 
 }  // namespace quillon

@@ -44,11 +44,17 @@ HICON LoadOwnIcon(const wchar_t* name) {
 
 }  // namespace
 
+// Without a part of its settings for want of memory it would show one value for another: it does
+// not come up.
 void frmVantor::Load() {
     m_loading = true;
-    com::Quietly([&] { LoadSteps(); });
+    const bool whole = com::Quietly([&] {
+        com::InFull([&] { com::Quietly([&] { LoadSteps(); }); });
+        return true;
+    });
     m_loading = false;
     if (!IsOpen()) return;
+    if (!whole) return Unload();
     Show(nullptr);
     UpdateWhenDue();
 }

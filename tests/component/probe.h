@@ -119,7 +119,7 @@ public:
 
     void Raise(DISPID event, std::vector<VARIANT> arguments = {}) {
         const com::Ptr<IConnectionPointContainer> hold(this);
-        m_subscribers.Raise(event, std::move(arguments));
+        m_subscribers.Raise(event, arguments);
     }
 
 private:
