@@ -95,7 +95,7 @@ void OptionDialog::Write(const std::wstring& text) {
     try {
         m_state.SetValue(state);
     } catch (...) {
-        com::Quietly([&] { m_level.SetValue(m_openingLevel); });
+        if (m_openingLevel != kUnreadValue) com::Quietly([&] { m_level.SetValue(m_openingLevel); });
         throw;
     }
 }

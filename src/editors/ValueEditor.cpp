@@ -21,9 +21,9 @@ void ValueEditor::Show(HWND owner) {
     Restore();
 }
 
-// The closing rule: a field that OK has not written goes back to what it was.
+// The closing rule: a field that OK has not written goes back to what it was, where that is known.
 void ValueEditor::Restore() noexcept {
-    if (m_calledFramModif4) {
+    if (m_calledFramModif4 && m_openingValue != kUnreadValue) {
         com::Quietly([&] { m_point.SetValue(m_openingValue); });
     }
     m_calledFramModif4 = false;

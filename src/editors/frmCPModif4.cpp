@@ -17,9 +17,6 @@ namespace {
 constexpr int kFieldColumn = 0;
 constexpr int kValueColumn = 1;
 
-// What the host gives for a value that it could not read, and takes from nobody.
-const wchar_t* const kUnread = L"?";
-
 FieldRow ReadRow(const DataPoint& field) {
     FieldRow row;
     row.key = field.Key();
@@ -124,7 +121,7 @@ void frmCPModif4::EditField() {
     m_editing = true;
     com::Quietly([&] {
         const DataPoint field = FieldOf(m_rows[place].key);
-        if (m_rows[place].value != kUnread) field.SetValue(m_rows[place].value);
+        if (m_rows[place].value != kUnreadValue) field.SetValue(m_rows[place].value);
         if (EditStructureField(field, Handle())) RefreshRow(place, field);
     });
     m_editing = false;
@@ -134,8 +131,8 @@ void frmCPModif4::EditField() {
 // OK.
 void frmCPModif4::RefreshRow(std::size_t place, const DataPoint& field) {
     FieldRow& row = m_rows[place];
-    row.shown = kUnread;
-    row.value = kUnread;
+    row.shown = kUnreadValue;
+    row.value = kUnreadValue;
     com::Quietly([&] {
         const std::wstring shown = field.FormattedValue();
         row.value = field.Value();
@@ -146,7 +143,7 @@ void frmCPModif4::RefreshRow(std::size_t place, const DataPoint& field) {
 
 // It is written as a whole, so not with a field that could not be read.
 std::optional<std::wstring> frmCPModif4::TextToWrite() {
-    if (std::ranges::find(m_rows, kUnread, &FieldRow::value) != m_rows.end())
+    if (std::ranges::find(m_rows, kUnreadValue, &FieldRow::value) != m_rows.end())
         throw com::Error(E_FAIL);
     return StructureText(m_rows);
 }

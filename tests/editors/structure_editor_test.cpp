@@ -197,6 +197,14 @@ TEST_F(StructureEditor, CancelledInnerStructureGetsItsValueBack) {
     EXPECT_EQ(inner.Written(), (Lines{L"8 9", L"8 9"}));
 }
 
+TEST_F(StructureEditor, FieldThatCouldNotBeReadIsGivenNothingBack) {
+    FakePoint& unread = point.AddField(L"t", L"Textual", L"?");
+    Edit(point, [&](const Editor& editor) {
+        EditField(editor, 3, [](const Editor& field) { field.Cancel(); });
+    });
+    EXPECT_EQ(unread.Written(), Lines());
+}
+
 TEST_F(StructureEditor, TwentyDeep) {
     FakePoint outer(L"Struct", L"0");
     FakePoint* level = &outer;
