@@ -37,9 +37,9 @@ report() { # FOLDER PERCENT GCOV FILTERS...
     result=$?
     grep -E '^src/|^TOTAL' "$folder.txt" | grep -v ' 100% *$' | cut -c1-110
     echo "-- lines by folder"
-    awk -F, 'function line(name, run, all) { printf "%-20s %6d of %6d  %5.1f %%\n", name, run, all, 100 * run / all }
+    awk -F, 'function line(name, run, all) { return sprintf("%-20s %6d of %6d  %5.1f %%", name, run, all, 100 * run / all) }
         NR > 1 && $2 > 0 { folder = $1; sub("/[^/]*$", "", folder); all[folder] += $2; run[folder] += $3; a += $2; r += $3 }
-        END { for (folder in all) line(folder, run[folder], all[folder]) | "sort"; close("sort"); if (a) line("all", r, a) }' \
+        END { for (folder in all) print line(folder, run[folder], all[folder]) | "sort"; close("sort"); if (a) print line("all", r, a) }' \
         "$folder.csv"
     return $result
 }

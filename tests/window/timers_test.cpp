@@ -44,6 +44,7 @@ TEST_F(Timers, PollingRateTimesTwentyMilliseconds) {
 TEST_F(Timers, RateOfNothingKillsTheMainViewTimer) {
     const Window window = Open();
     window->SetPollingRate(1);
+    LetTimersTick();
     ASSERT_TRUE(TicksByItself(*window, Timer::kTmrPolling));
     window->SetPollingRate(0);
     EXPECT_FALSE(KillTimer(window->Handle(), static_cast<UINT_PTR>(Timer::kTmrPolling)))
@@ -85,6 +86,7 @@ TEST_F(Timers, TicksComeByThemselves) {
     const Window window = Open();
     window->SelectTab(kTabTest);
     window->SetPollingRate(25);
+    LetTimersTick();
     for (const Timer timer : {Timer::kTmrPolling, Timer::kTmrNvs, Timer::kTmrAppStatus})
         EXPECT_TRUE(TicksByItself(*window, timer)) << static_cast<UINT_PTR>(timer);
     window->SelectTab(kTabHw);

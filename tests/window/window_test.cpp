@@ -39,6 +39,7 @@ std::string NewProgramId() {
 }  // namespace
 
 void WindowTest::SetUp() {
+    m_resting.emplace();
     m_programId = NewProgramId();
     m_json = SmallNetwork();
     for (Json& device : m_json.at("devices")) device["programId"] = m_programId;
@@ -90,6 +91,7 @@ void WindowTest::TearDown() {
     EXPECT_TRUE(NothingLeftSince(m_before)) << CountGuiObjects() << " after " << m_before;
     m_poster.reset();
     m_boxes.reset();
+    m_resting.reset();
     MSG message;
     EXPECT_FALSE(PeekMessageW(&message, nullptr, WM_QUIT, WM_QUIT, PM_REMOVE) &&
                  message.message == WM_QUIT)
@@ -128,41 +130,30 @@ com::Ptr<CDevice> WindowTest::MakeDevice(std::wstring_view neuron) {
 
 namespace {
 
-// While it lives no timer of a device window ticks: opening one handles messages, and on a slow
-// machine its timers would be due before they are stopped.
-class RestingTimers {
-public:
-    RestingTimers()
-        : m_hook(SetWindowsHookExW(WH_GETMESSAGE, OnMessage, nullptr, GetCurrentThreadId())) {}
-    RestingTimers(const RestingTimers&) = delete;
-    RestingTimers& operator=(const RestingTimers&) = delete;
-    ~RestingTimers() { UnhookWindowsHookEx(m_hook); }
-
-private:
-    static LRESULT CALLBACK OnMessage(int code, WPARAM removed, LPARAM place) {
-        auto& message = *reinterpret_cast<MSG*>(place);
-        if (code == HC_ACTION && message.message == WM_TIMER && message.lParam == 0 &&
-            IsDeviceWindow(message.hwnd))
-            message.message = WM_NULL;
-        return CallNextHookEx(nullptr, code, removed, place);
-    }
-    static bool IsDeviceWindow(HWND window) {
-        for (const auto& form : ui::OpenForms())
-            if (const auto device = std::dynamic_pointer_cast<frmVantor>(form))
-                if (device->Handle() == window) return true;
-        return false;
-    }
-
-    HHOOK m_hook;
-};
+bool IsDeviceWindow(HWND window) {
+    for (const auto& form : ui::OpenForms())
+        if (const auto device = std::dynamic_pointer_cast<frmVantor>(form))
+            if (device->Handle() == window) return true;
+    return false;
+}
 
 }  // namespace
+
+RestingTimers::RestingTimers()
+    : m_hook(SetWindowsHookExW(WH_GETMESSAGE, OnMessage, nullptr, GetCurrentThreadId())) {}
+
+LRESULT CALLBACK RestingTimers::OnMessage(int code, WPARAM removed, LPARAM place) {
+    auto& message = *reinterpret_cast<MSG*>(place);
+    if (code == HC_ACTION && message.message == WM_TIMER && message.lParam == 0 &&
+        IsDeviceWindow(message.hwnd))
+        message.message = WM_NULL;
+    return CallNextHookEx(nullptr, code, removed, place);
+}
 
 WindowTest::Window WindowTest::ShowFocus(const com::Ptr<CDevice>& device,
                                          std::int32_t pollingRate) {
     IDispatch* none = nullptr;
     long rate = pollingRate;
-    const RestingTimers resting;
     EXPECT_EQ(device.As<IDeviceEx>()->ShowFocus(&none, &rate), S_OK);
     com::Bstr neuron;
     com::Check(device.As<IDevice>()->get_NeuronID(neuron.Out()));

@@ -5,6 +5,7 @@
 #include <gtest/gtest.h>
 
 #include <memory>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -23,6 +24,21 @@ namespace quillon::test {
 std::string Section(const char* name, const std::vector<std::string>& values);
 // Every list has something, and every tab is shown.
 std::string UsualSettings();
+
+// While it lives no timer of a device window ticks on its own: on a slow machine one would be due
+// in between, wherever messages are handled.
+class RestingTimers {
+public:
+    RestingTimers();
+    RestingTimers(const RestingTimers&) = delete;
+    RestingTimers& operator=(const RestingTimers&) = delete;
+    ~RestingTimers() { UnhookWindowsHookEx(m_hook); }
+
+private:
+    static LRESULT CALLBACK OnMessage(int code, WPARAM removed, LPARAM place);
+
+    HHOOK m_hook;
+};
 
 class WindowTest : public ::testing::Test {
 protected:
@@ -52,6 +68,8 @@ protected:
     static Window WindowOf(std::wstring_view neuron);
     static HWND SplashOf(std::wstring_view neuron);
     static void StopTimers(const frmVantor& window);
+    // From now on timers that run tick.
+    void LetTimersTick() { m_resting.reset(); }
     static void CloseAll();
     void CloseNetwork() { m_network.Reset(); }
     // Writes a value text into a network variable, past the host's interfaces.
@@ -71,6 +89,7 @@ private:
     com::Ptr<INetwork> m_network;
     std::unique_ptr<MessageBoxes> m_boxes;
     std::unique_ptr<Poster> m_poster;
+    std::optional<RestingTimers> m_resting;
     GuiObjects m_before;
 };
 
