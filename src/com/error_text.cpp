@@ -50,6 +50,8 @@ std::wstring DescribeCurrentException() {
         throw;
     } catch (const Error& error) {
         return Described(error);
+    } catch (const std::bad_alloc&) {
+        return SystemText(E_OUTOFMEMORY);
     } catch (const std::exception& error) {
         const std::string text = error.what();
         return text.empty() ? kUnknown : std::wstring(text.begin(), text.end());

@@ -14,7 +14,8 @@ std::wstring SystemText(HRESULT result);
 [[noreturn]] void ThrowSystemError(DWORD number);
 
 // The description of what is being thrown, never empty; to be called in a catch block. For Error
-// that of its record, else the system's text, else its number; for another std::exception its text.
+// that of its record, else the system's text, else its number; for a shortage of memory the
+// system's text; for another std::exception its own.
 std::wstring DescribeCurrentException();
 
 }  // namespace quillon::com

@@ -45,6 +45,10 @@ TEST_F(ErrorText, OfAnotherExceptionIsItsOwn) {
     EXPECT_FALSE(Described(17).empty());
 }
 
+TEST_F(ErrorText, OfAShortageOfMemoryIsTheSystems) {
+    EXPECT_EQ(Described(std::bad_alloc()), com::SystemText(E_OUTOFMEMORY));
+}
+
 TEST_F(ErrorText, SystemErrorIsThrownAsTheResultThatBelongsToIt) {
     try {
         com::ThrowSystemError(ERROR_ACCESS_DENIED);

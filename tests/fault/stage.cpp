@@ -1,6 +1,7 @@
 // The room, its settings and the files that operations work with.
 #include <algorithm>
 
+#include "com/error_text.h"
 #include "com/late.h"
 #include "fault/operations.h"
 #include "support/host_app_file.h"
@@ -99,6 +100,7 @@ int ButtonFor(const Operation& operation, const Box& box) {
     if (box.text == L"Il valore di tensione non e' valido!") return IDOK;
     if (box.text == kPrinted && operation.showsFailures) return IDOK;
     if (box.icon == Icon::kExclamation && operation.showsFailures) return IDOK;
+    if (box.text == com::SystemText(E_OUTOFMEMORY)) return IDOK;
     // Of the editors.
     if (box.text.starts_with(L"error in calculating ")) return IDOK;
     if (box.text.starts_with(L"The value cannot ")) return IDOK;
