@@ -10,6 +10,7 @@
 #include "device_window.h"
 #include "host_members.h"
 #include "late_call.h"
+#include "support/plugin_controls.h"
 #include "window/list_rows.h"
 #include "window/resource.h"
 
@@ -20,33 +21,6 @@ namespace {
 INT_PTR CALLBACK Nothing(HWND, UINT, WPARAM, LPARAM) {
     return FALSE;
 }
-
-// The version of the controls that the plug-in's manifest asks for.
-class Controls {
-public:
-    explicit Controls(HMODULE module) {
-        wchar_t file[MAX_PATH] = {};
-        GetModuleFileNameW(module, file, MAX_PATH);
-        ACTCTXW context{};
-        context.cbSize = sizeof context;
-        context.dwFlags = ACTCTX_FLAG_RESOURCE_NAME_VALID | ACTCTX_FLAG_HMODULE_VALID;
-        context.lpSource = file;
-        context.lpResourceName = MAKEINTRESOURCEW(2);
-        context.hModule = module;
-        m_context = CreateActCtxW(&context);
-        ActivateActCtx(m_context, &m_cookie);
-    }
-    Controls(const Controls&) = delete;
-    Controls& operator=(const Controls&) = delete;
-    ~Controls() {
-        DeactivateActCtx(0, m_cookie);
-        ReleaseActCtx(m_context);
-    }
-
-private:
-    HANDLE m_context = nullptr;
-    ULONG_PTR m_cookie = 0;
-};
 
 }  // namespace
 
@@ -79,7 +53,7 @@ HWND BareWindow::Make(int dialog, HWND parent) const {
 }
 
 void BareWindow::CreateWindows() {
-    const Controls controls(m_module);
+    const test::PluginsControls controls(m_module);
     m_splash = Make(IDD_SPLASH, nullptr);
     ShowWindow(m_splash, SW_SHOWNOACTIVATE);
     m_frame = Make(IDD_VANTOR, nullptr);

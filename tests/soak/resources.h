@@ -20,14 +20,17 @@ Resources CountResources();
 
 class ResourceCurve {
 public:
-    void Add(double partOfDay);
-    // All but the private bytes are at the end what they are in the middle, within an allowance.
+    // systems: bytes in the heaps that the system has left behind.
+    void Add(double partOfDay, double systems = 0);
+    // All but the private bytes are at the end what they are in the middle, within an allowance; of
+    // the heaps what is not the system's.
     void ExpectFlat() const;
     void Print() const;
 
 private:
     struct Sample {
         double partOfDay = 0;
+        double systems = 0;
         Resources resources;
     };
     // The mean of what lies between two parts of the day.

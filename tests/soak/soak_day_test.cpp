@@ -26,7 +26,7 @@ TEST_F(Soak, NothingGrowsAndNoEventIsLost) {
         CalmAll();
         ExpectCurrent();
         Gap().Forget();
-        curve.Add(static_cast<double>(tenth + 1) / static_cast<double>(end));
+        curve.Add(static_cast<double>(tenth + 1) / static_cast<double>(end), LeftBySystem());
         Gap().Forget();
         if (HasFatalFailure() || HasNonfatalFailure()) break;
     }

@@ -51,6 +51,11 @@ protected:
     const Told& Names() const { return m_names; }
     const Told& States() const { return m_states; }
     long Edits() const { return m_edits; }
+    // Bytes that the system has left in the heaps for the dialogs opened so far.
+    double LeftBySystem() const {
+        return static_cast<double>(m_openings) * m_leftByOpening +
+               static_cast<double>(m_edits) * m_leftByEdit;
+    }
 
 private:
     struct Happening {
@@ -93,6 +98,8 @@ private:
     long m_exports = 0;
     long m_silences = 0;
     long m_openings = 0;
+    double m_leftByOpening = 0;
+    double m_leftByEdit = 0;
 };
 
 }  // namespace quillon::test

@@ -3,6 +3,8 @@
 #include <cstdio>
 
 #include "com/late.h"
+#include "editors/editors_resource.h"
+#include "soak/bare_dialogs.h"
 #include "soak/soak_test.h"
 #include "soak/value_editor.h"
 #include "support/plugin_window.h"
@@ -43,6 +45,10 @@ std::vector<HWND> DeviceWindows() {
 
 }  // namespace
 
+// The pages of a device window.
+constexpr int kPages[] = {IDD_PAGE_HW,      IDD_PAGE_MAIN,        IDD_PAGE_TEST, IDD_PAGE_SETUP,
+                          IDD_PAGE_GENERAL, IDD_PAGE_CALIBRATION, IDD_PAGE_TUNE, IDD_PAGE_LABEL};
+
 void SoakTest::SetUp() {
     HostTest::SetUp();
     WriteBytes(InFolder(L"9FFFFF0512040410.ini"),
@@ -62,6 +68,10 @@ void SoakTest::SetUp() {
         m_desks[place].host = HostDevice(Wide(NeuronOf(place)));
         OpenWindow(m_desks[place]);
     }
+    const HMODULE plugin = GetModuleHandleW(Plugin().Path().c_str());
+    m_leftByOpening =
+        LeftByBareDialog(plugin, {IDD_VANTOR, kPages}) + LeftByBareDialog(plugin, {IDD_SPLASH, {}});
+    m_leftByEdit = LeftByBareDialog(plugin, {IDD_CPMODIF1, {}});
     Host().Record(false);
     m_editTimer = SetTimer(nullptr, 0, USER_TIMER_MINIMUM, AnswerValueEditor);
 }
@@ -160,6 +170,8 @@ void SoakTest::ExpectCurrent() {
 }
 
 void SoakTest::Print() const {
+    std::printf("\nThe system leaves %.0f bytes for an opened window, %.0f for an edit.\n",
+                m_leftByOpening, m_leftByEdit);
     std::printf("\n| in the run | count |\n|---|---|\n");
     const char* const kNames[] = {"", "TmrPolling", "TmrAppStatus", "TmrNvs", "TmrHw", "Timer1"};
     for (const UINT_PTR timer : kTimers)
