@@ -1,6 +1,6 @@
-#include "heap.h"
 #include "loading.h"
 #include "measures.h"
+#include "support/process_memory.h"
 
 namespace quillon::benchmarks {
 
@@ -40,12 +40,12 @@ void AddRow(Table& table, const char* what, std::size_t before, std::size_t afte
 void MeasureMemory(const Session& session, Table& table) {
     const Room room = session.OpenRoom({.variables = kPoints, .properties = kPoints});
     const std::wstring file = session.ExportApplication(room, L"memory.app");
-    Memory before;
+    test::Memory before;
     for (int round = 1; round <= kLast; ++round) {
         Round(session, room, file);
-        if (round == kFirst) before = MemoryInUse();
+        if (round == kFirst) before = test::MemoryInUse();
     }
-    const Memory after = MemoryInUse();
+    const test::Memory after = test::MemoryInUse();
     AddRow(table, "heap after 100 load-and-release rounds", before.heapBytes, after.heapBytes,
            ", " + std::to_string(before.heapBlocks) + " to " + std::to_string(after.heapBlocks) +
                " blocks");

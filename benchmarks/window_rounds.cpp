@@ -1,5 +1,4 @@
 #include <algorithm>
-#include <cstdint>
 #include <optional>
 #include <sstream>
 #include <stdexcept>
@@ -8,9 +7,9 @@
 
 #include "bare_window.h"
 #include "device_window.h"
-#include "heap.h"
 #include "late_call.h"
 #include "measures.h"
+#include "support/process_memory.h"
 #include "window/gui_objects.h"
 
 namespace quillon::benchmarks {
@@ -24,14 +23,13 @@ constexpr int kLast = 1'000;
 constexpr int kBare = 250;
 constexpr int kRows = 20;
 constexpr double kMostPercent = 1;
-constexpr std::uintptr_t kLastHandle = 0x8000;
 // Of a slope in a thousand windows: what a window leaves behind would make it a thousand.
 constexpr double kMostObjects = 10;
 
 struct Held {
     double round = 0;
     test::GuiObjects gui;
-    Memory memory;
+    test::Memory memory;
     double handles = 0;
 };
 
@@ -45,20 +43,10 @@ double MoreOf(const test::GuiObjects& after, const test::GuiObjects& before) {
            std::max(0, after.icons - before.icons) + std::max(0, after.drawing - before.drawing);
 }
 
-// The system does not count them everywhere, but tells of each number whether it is a handle.
-int KernelHandles() {
-    int handles = 0;
-    DWORD flags = 0;
-    for (std::uintptr_t number = 4; number <= kLastHandle; number += 4)
-        if (GetHandleInformation(reinterpret_cast<HANDLE>(number), &flags)) ++handles;
-    if (handles == 0) throw std::runtime_error("the process's handles cannot be counted");
-    return handles;
-}
-
 Held HeldNow(int round) {
     BarePump();
-    return {static_cast<double>(round), test::CountGuiObjects(), MemoryInUse(),
-            static_cast<double>(KernelHandles())};
+    return {static_cast<double>(round), test::CountGuiObjects(), test::MemoryInUse(),
+            static_cast<double>(test::KernelHandles())};
 }
 
 // What was held after the first rounds, and now and then after the later ones.

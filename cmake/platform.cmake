@@ -2,11 +2,11 @@
 if(WIN32)
   enable_language(RC)
   add_compile_definitions(UNICODE _UNICODE _WIN32_WINNT=0x0601 NOMINMAX)
-  # Single-precision arithmetic is specified to the bit: SSE on both bitnesses, nothing contracted.
   # Debugging information takes a quarter of the build, and a DLL ten times as large to every test that loads
   # a copy; the configuration Debug has it.
   set(CMAKE_C_FLAGS_RELEASE "-O2 -DNDEBUG")
   set(CMAKE_CXX_FLAGS_RELEASE "-O2 -DNDEBUG")
+  # Single-precision arithmetic is specified to the bit: SSE on both bitnesses, nothing contracted.
   add_compile_options(-ffunction-sections -fdata-sections -fstack-protector-strong -msse2 -mfpmath=sse -ffp-contract=off
     "$<$<CONFIG:Debug>:-gdwarf-4;-D_GLIBCXX_ASSERTIONS>")
   # Without a timestamp the same sources give the same file, so that a test which passed need not run again.

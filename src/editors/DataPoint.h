@@ -30,9 +30,6 @@ private:
     mutable std::optional<std::wstring> m_genType;
 };
 
-// What the host gives as the value of a point that it could not read. It takes it from nobody.
-inline constexpr std::wstring_view kUnreadValue = L"?";
-
 // Each member asks the host, except SNVType, which asks it once. All throw com::Error, and so does
 // every member of a point made of no object.
 class DataPoint {

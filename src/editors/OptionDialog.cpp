@@ -5,6 +5,7 @@
 #include "com/error.h"
 #include "com/late.h"
 #include "host_members.h"
+#include "plugin/field_text.h"
 #include "window/resource.h"
 
 namespace quillon {
@@ -95,7 +96,7 @@ void OptionDialog::Write(const std::wstring& text) {
     try {
         m_state.SetValue(state);
     } catch (...) {
-        if (m_openingLevel != kUnreadValue) com::Quietly([&] { m_level.SetValue(m_openingLevel); });
+        if (m_openingLevel != kUnread) com::Quietly([&] { m_level.SetValue(m_openingLevel); });
         throw;
     }
 }

@@ -1,6 +1,7 @@
 #include "editors/ValueEditor.h"
 
 #include "com/error.h"
+#include "plugin/field_text.h"
 #include "ui/message_box.h"
 
 namespace quillon {
@@ -23,7 +24,7 @@ void ValueEditor::Show(HWND owner) {
 
 // The closing rule: a field that OK has not written goes back to what it was, where that is known.
 void ValueEditor::Restore() noexcept {
-    if (m_calledFramModif4 && m_openingValue != kUnreadValue) {
+    if (m_calledFramModif4 && m_openingValue != kUnread) {
         com::Quietly([&] { m_point.SetValue(m_openingValue); });
     }
     m_calledFramModif4 = false;

@@ -2,13 +2,12 @@
 //
 #include <commctrl.h>
 
-#include <algorithm>
-
 #include "com/error.h"
 #include "com/late.h"
 #include "editors/EditPoint.h"
 #include "editors/editors_resource.h"
 #include "host_members.h"
+#include "plugin/field_text.h"
 
 namespace quillon {
 
@@ -121,7 +120,7 @@ void frmCPModif4::EditField() {
     m_editing = true;
     com::Quietly([&] {
         const DataPoint field = FieldOf(m_rows[place].key);
-        if (m_rows[place].value != kUnreadValue) field.SetValue(m_rows[place].value);
+        if (m_rows[place].value != kUnread) field.SetValue(m_rows[place].value);
         if (EditStructureField(field, Handle())) RefreshRow(place, field);
     });
     m_editing = false;
@@ -131,8 +130,8 @@ void frmCPModif4::EditField() {
 // OK.
 void frmCPModif4::RefreshRow(std::size_t place, const DataPoint& field) {
     FieldRow& row = m_rows[place];
-    row.shown = kUnreadValue;
-    row.value = kUnreadValue;
+    row.shown = kUnread;
+    row.value = kUnread;
     com::Quietly([&] {
         const std::wstring shown = field.FormattedValue();
         row.value = field.Value();
@@ -141,11 +140,10 @@ void frmCPModif4::RefreshRow(std::size_t place, const DataPoint& field) {
     if (Handle()) SetCell(Item(IDC_LVWMAIN), static_cast<int>(place), kValueColumn, row.shown);
 }
 
-// It is written as a whole, so not with a field that could not be read.
 std::optional<std::wstring> frmCPModif4::TextToWrite() {
-    if (std::ranges::find(m_rows, kUnreadValue, &FieldRow::value) != m_rows.end())
-        throw com::Error(E_FAIL);
-    return StructureText(m_rows);
+    auto text = StructureText(m_rows);
+    if (!text) throw com::Error(E_FAIL);
+    return text;
 }
 
 }  // namespace quillon

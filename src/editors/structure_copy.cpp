@@ -1,12 +1,14 @@
 #include "editors/structure_copy.h"
 
 #include "editors/edit_text.h"
+#include "plugin/field_text.h"
 
 namespace quillon {
 
-std::wstring StructureText(const std::vector<FieldRow>& rows) {
+std::optional<std::wstring> StructureText(const std::vector<FieldRow>& rows) {
     std::wstring text;
     for (const FieldRow& row : rows) {
+        if (row.value == kUnread) return std::nullopt;
         text += L' ';
         text += row.value;
     }

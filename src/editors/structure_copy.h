@@ -1,6 +1,7 @@
 // The structure editor's working copy of a structured value.
 #pragma once
 
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -16,7 +17,8 @@ struct FieldRow {
 };
 
 // The value text of the whole: the fields' value texts in their order, each after one blank,
-// without the blanks at both ends. An empty one among them so leaves two blanks.
-std::wstring StructureText(const std::vector<FieldRow>& rows);
+// without the blanks at both ends. An empty one among them so leaves two blanks. nullopt when one
+// of them could not be read: the whole is written together or not at all.
+std::optional<std::wstring> StructureText(const std::vector<FieldRow>& rows);
 
 }  // namespace quillon

@@ -6,6 +6,9 @@
 
 namespace quillon {
 
+// What the host gives for any text of a point that it could not read. It takes it from nobody.
+inline constexpr std::wstring_view kUnread = L"?";
+
 // Field n (counted from 0) of a delimited text, compared by case. Field 0 is what stands before the
 // first delimiter, so a text without any delimiter has no field 0. A later field begins one
 // character after its delimiter's first character, and each search starts one character after the

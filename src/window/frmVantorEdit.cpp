@@ -64,10 +64,11 @@ void frmVantor::RefreshEditedRow(RowList& list, std::size_t place, const std::ws
 // may be older.
 void frmVantor::ShowReading(RowList& list, std::size_t place,
                             const std::optional<LiveReading>& reading) {
-    const bool read = reading && !reading->silent && com::Quietly([&] {
-                          list.SetValue(place, reading->text);
-                          return true;
-                      });
+    const bool read = com::Quietly([&] {
+        if (!reading || reading->silent) return false;
+        list.SetValue(place, reading->text);
+        return true;
+    });
     list.SetStale(place, !read);
     if (read && &list == &m_lvMonitor && place < m_monitorAge.size()) m_monitorAge[place].Read();
 }

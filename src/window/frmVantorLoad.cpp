@@ -48,13 +48,11 @@ HICON LoadOwnIcon(const wchar_t* name) {
 // not come up.
 void frmVantor::Load() {
     m_loading = true;
-    const bool whole = com::Quietly([&] {
-        com::InFull([&] { com::Quietly([&] { LoadSteps(); }); });
-        return true;
-    });
+    const unsigned shortages = com::SwallowedShortages();
+    com::Quietly([&] { LoadSteps(); });
     m_loading = false;
     if (!IsOpen()) return;
-    if (!whole) return Unload();
+    if (com::SwallowedShortages() != shortages) return Unload();
     Show(nullptr);
     UpdateWhenDue();
 }

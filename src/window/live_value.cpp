@@ -5,7 +5,7 @@
 namespace quillon {
 
 bool SaysSilent(std::wstring_view raw) {
-    return raw == L"?";
+    return raw == kUnread;
 }
 
 LiveReading ReadLiveValue(std::wstring_view raw, std::wstring_view invalid,

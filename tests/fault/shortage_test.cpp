@@ -1,5 +1,6 @@
-// Operations that would leave something out in silence were a shortage of memory taken for a host
-// that gives nothing: each allocation fails, whether or not the full sweep is asked for.
+// Operations that would leave something out in silence, or show what is not so, were a shortage of
+// memory taken for a host that gives nothing: allocations fail whether or not the full sweep is
+// asked for.
 #include <algorithm>
 
 #include "fault/sweep.h"
@@ -27,6 +28,14 @@ TEST_F(Shortage, ExportIsWholeOrKeepsTheOldFileAndSaysSo) {
 
 TEST_F(Shortage, DownloadReportsSuccessOfTheWholeAlone) {
     FailEachAllocation("download");
+}
+
+TEST_F(Shortage, WindowComesUpWithAllItsSettingsOrNotAtAll) {
+    FailEachAllocation("window shown");
+}
+
+TEST_F(Shortage, ChangeThatIsToldIsShownOrItsRowGreyed) {
+    FailEachAllocation("changes told");
 }
 
 }  // namespace

@@ -5,7 +5,7 @@
 namespace quillon {
 namespace {
 
-std::wstring Joined(std::initializer_list<const wchar_t*> values) {
+std::optional<std::wstring> Joined(std::initializer_list<const wchar_t*> values) {
     std::vector<FieldRow> rows;
     for (const wchar_t* value : values)
         rows.push_back({.key = {}, .name = {}, .shown = {}, .value = value});
@@ -28,6 +28,12 @@ TEST(StructureText, EmptyFieldLeavesTwoBlanks) {
 
 TEST(StructureText, NestedValuesStandFlat) {
     EXPECT_EQ(Joined({L"1 2", L"3"}), L"1 2 3");
+}
+
+TEST(StructureText, NoneWhereAFieldCouldNotBeRead) {
+    EXPECT_EQ(Joined({L"1", L"?", L"3"}), std::nullopt);
+    EXPECT_EQ(Joined({L"?"}), std::nullopt);
+    EXPECT_EQ(Joined({L"1", L"?x"}), L"1 ?x");
 }
 
 }  // namespace

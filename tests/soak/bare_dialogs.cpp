@@ -1,7 +1,7 @@
 #include "soak/bare_dialogs.h"
 
-#include "soak/resources.h"
 #include "support/plugin_controls.h"
+#include "support/process_memory.h"
 
 namespace quillon::test {
 
@@ -32,9 +32,9 @@ double LeftByBareDialog(HMODULE plugin, const BareDialog& bare) {
     constexpr int kFirst = 5;
     constexpr int kRounds = 40;
     repeat(kFirst);
-    const std::size_t before = CountResources().heap;
+    const std::size_t before = MemoryInUse().heapBytes;
     repeat(kRounds);
-    const std::size_t after = CountResources().heap;
+    const std::size_t after = MemoryInUse().heapBytes;
     return (static_cast<double>(after) - static_cast<double>(before)) / kRounds;
 }
 

@@ -1,10 +1,10 @@
 #include "soak/resources.h"
 
 #include <gtest/gtest.h>
-#include <windows.h>
 
-#include <cstdint>
 #include <cstdio>
+
+#include "support/process_memory.h"
 
 namespace quillon::test {
 
@@ -17,55 +17,14 @@ constexpr double kMoreHandles = 4;
 constexpr double kMoreDrawing = 12;
 constexpr double kMoreOthers = 2;
 
-std::size_t BytesInUse() {
-    HANDLE heaps[64];
-    const DWORD count = GetProcessHeaps(64, heaps);
-    std::size_t bytes = 0;
-    for (DWORD i = 0; i < count && i < 64; ++i) {
-        HeapLock(heaps[i]);
-        PROCESS_HEAP_ENTRY entry{};
-        while (HeapWalk(heaps[i], &entry))
-            if (entry.wFlags & PROCESS_HEAP_ENTRY_BUSY) bytes += entry.cbData;
-        HeapUnlock(heaps[i]);
-    }
-    return bytes;
-}
-
-// Committed pages that belong to this process alone.
-std::size_t PrivateBytes() {
-    std::size_t bytes = 0;
-    MEMORY_BASIC_INFORMATION pages{};
-    const char* at = nullptr;
-    while (VirtualQuery(at, &pages, sizeof pages) == sizeof pages) {
-        if (pages.State == MEM_COMMIT && pages.Type == MEM_PRIVATE) bytes += pages.RegionSize;
-        const char* const next = static_cast<const char*>(pages.BaseAddress) + pages.RegionSize;
-        if (next <= at) break;
-        at = next;
-    }
-    return bytes;
-}
-
-// Wine does not count handles, but tells of each number whether it is one.
-int Handles() {
-    DWORD count = 0;
-    if (GetProcessHandleCount(GetCurrentProcess(), &count) && count != 0)
-        return static_cast<int>(count);
-    constexpr std::uintptr_t kHighest = 0x4000;
-    int handles = 0;
-    for (std::uintptr_t number = 4; number < kHighest; number += 4) {
-        DWORD flags = 0;
-        if (GetHandleInformation(reinterpret_cast<HANDLE>(number), &flags)) ++handles;
-    }
-    return handles;
-}
-
 }  // namespace
 
 Resources CountResources() {
     Resources resources;
-    resources.heap = BytesInUse();
-    resources.privateBytes = PrivateBytes();
-    resources.handles = Handles();
+    const Memory memory = MemoryInUse();
+    resources.heap = memory.heapBytes;
+    resources.privateBytes = memory.privateBytes;
+    resources.handles = KernelHandles();
     resources.gui = CountGuiObjects();
     return resources;
 }

@@ -37,6 +37,10 @@ long IntervalOf(Timer timer, std::wstring_view tab) {
     }
 }
 
+// The pages of a device window.
+constexpr int kPages[] = {IDD_PAGE_HW,      IDD_PAGE_MAIN,        IDD_PAGE_TEST, IDD_PAGE_SETUP,
+                          IDD_PAGE_GENERAL, IDD_PAGE_CALIBRATION, IDD_PAGE_TUNE, IDD_PAGE_LABEL};
+
 std::vector<HWND> DeviceWindows() {
     std::vector<HWND> windows = ThreadWindows();
     std::erase_if(windows, [](HWND window) { return !GetMenu(window); });
@@ -44,10 +48,6 @@ std::vector<HWND> DeviceWindows() {
 }
 
 }  // namespace
-
-// The pages of a device window.
-constexpr int kPages[] = {IDD_PAGE_HW,      IDD_PAGE_MAIN,        IDD_PAGE_TEST, IDD_PAGE_SETUP,
-                          IDD_PAGE_GENERAL, IDD_PAGE_CALIBRATION, IDD_PAGE_TUNE, IDD_PAGE_LABEL};
 
 void SoakTest::SetUp() {
     HostTest::SetUp();
@@ -72,6 +72,7 @@ void SoakTest::SetUp() {
     m_leftByOpening =
         LeftByBareDialog(plugin, {IDD_VANTOR, kPages}) + LeftByBareDialog(plugin, {IDD_SPLASH, {}});
     m_leftByEdit = LeftByBareDialog(plugin, {IDD_CPMODIF1, {}});
+    m_gap->Forget();
     Host().Record(false);
     m_editTimer = SetTimer(nullptr, 0, USER_TIMER_MINIMUM, AnswerValueEditor);
 }

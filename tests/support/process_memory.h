@@ -1,9 +1,9 @@
-// How much memory this process holds.
+// What this process holds of the system.
 #pragma once
 
 #include <cstddef>
 
-namespace quillon::benchmarks {
+namespace quillon::test {
 
 struct Memory {
     std::size_t heapBytes = 0;     // of the blocks in use in all heaps
@@ -14,4 +14,7 @@ struct Memory {
 // Throws com::Error when a heap cannot be walked.
 Memory MemoryInUse();
 
-}  // namespace quillon::benchmarks
+// How many kernel handles are open. Throws std::runtime_error when that cannot be told.
+int KernelHandles();
+
+}  // namespace quillon::test

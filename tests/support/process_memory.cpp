@@ -1,12 +1,14 @@
-#include "heap.h"
+#include "support/process_memory.h"
 
 #include <windows.h>
 
+#include <cstdint>
+#include <stdexcept>
 #include <vector>
 
 #include "com/error.h"
 
-namespace quillon::benchmarks {
+namespace quillon::test {
 
 namespace {
 
@@ -50,4 +52,18 @@ Memory MemoryInUse() {
     return memory;
 }
 
-}  // namespace quillon::benchmarks
+// Wine does not count them, but tells of each number whether it is a handle.
+int KernelHandles() {
+    DWORD counted = 0;
+    if (GetProcessHandleCount(GetCurrentProcess(), &counted) && counted != 0)
+        return static_cast<int>(counted);
+    constexpr std::uintptr_t kLast = 0x8000;
+    int handles = 0;
+    DWORD flags = 0;
+    for (std::uintptr_t number = 4; number <= kLast; number += 4)
+        if (GetHandleInformation(reinterpret_cast<HANDLE>(number), &flags)) ++handles;
+    if (handles == 0) throw std::runtime_error("the process's handles cannot be counted");
+    return handles;
+}
+
+}  // namespace quillon::test
