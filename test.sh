@@ -58,6 +58,7 @@ run_tests() { # PRESET
     [ $full = no ] || tries=1
     local options=(--test-dir "build/$1" --output-on-failure --no-tests=error --repeat "until-pass:$tries")
     ctest "${options[@]}" -j2 -E '^(bench|acceptance)\.' >"$log" 2>&1 || result=1
+    [ $full = no ] || grep '^|' "build/$1/Testing/Temporary/LastTest.log"
     # These register the DLLs for all, or hold the screen; they run alone.
     [ "$1" = native ] || ctest "${options[@]}" -j1 -R '^(bench|acceptance)\.' >>"$log" 2>&1 || result=1
     if [ $result = 0 ]; then grep 'tests passed' "$log"; else grep -vE ' Passed |^\[ +(OK|RUN) ' "$log" | tail -n 200; fi

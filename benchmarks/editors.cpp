@@ -31,7 +31,7 @@ std::wstring LongList() {
     return list;
 }
 
-// A list box as an editor has it, filled with the labels alone.
+// A combo box as an editor has it, filled with the labels alone.
 double FillBareBox() {
     std::vector<std::wstring> labels;
     labels.reserve(kEntries);
@@ -265,7 +265,7 @@ void MeasureEditors(const Session& session, Table& table) {
     const Comparison measured = Compare(
         kRounds, [&] { return row.Edit(); }, FillBareBox);
     table.AddRatio("opening the editor of an enumeration with 10,000 entries",
-                   "filling a bare list box with as many", 1.5, measured, 1);
+                   "filling a bare combo box with as many", 1.5, measured, 1);
     com::Check(host.Restore());
 }
 

@@ -30,7 +30,7 @@ void MeasureWindowOpening(const Session& session, Table& table);
 void MeasureWindowTicks(const Session& session, Table& table);
 void MeasureWindowLoops(const Session& session, Table& table);
 void MeasureWindowRounds(const Session& session, Table& table);
-// Opening value editors: calls of the host, and a long enumeration against a bare list box.
+// Opening value editors: calls of the host, and a long enumeration against a bare combo box.
 void MeasureEditors(const Session& session, Table& table);
 // Size and imports of the DLL.
 void MeasureModuleFile(const Session& session, Table& table);

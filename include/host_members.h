@@ -34,6 +34,11 @@ inline constexpr const wchar_t* kFields = L"Fields";            // collection of
 inline constexpr int kOutput = 1;
 }  // namespace point
 
+// The object that the host hands to ShowFocus as its owner, where it is no IOleWindow.
+namespace owner {
+inline constexpr const wchar_t* kHWnd = L"hWnd";  // number: its window
+}  // namespace owner
+
 // A type object.
 namespace type {
 inline constexpr const wchar_t* kName = L"Name";

@@ -39,11 +39,37 @@ Function ${UN}SameFile
   ClearErrors
 FunctionEnd
 
-; A DLL that a host has loaded can be neither replaced nor removed: stops before anything is changed.
+; "/AllUsers" of somebody who may not: MultiUser would show a message even when silent. Its own rule is
+; used, so that it finds nothing more to say.
+Function ${UN}StopWithoutRights
+  ${${UN}GetParameters} $R0
+!if "${UN}" == ""
+  ${StrStr} $R1 $R0 "/AllUsers"
+!else
+  ${UnStrStr} $R1 $R0 "/AllUsers"
+!endif
+  UserInfo::GetAccountType
+  Pop $R2
+  ${If} $R1 != ""
+  ${AndIf} $R2 != "Admin"
+  ${AndIf} $R2 != "Power"
+    MessageBox MB_OK|MB_ICONSTOP "Only an administrator can install or remove Quillon for all users." /SD IDOK
+    SetErrorLevel 4
+    Quit
+  ${EndIf}
+FunctionEnd
+
+; A program that runs, a DLL that a host has loaded and a help file that is shown can be neither replaced
+; nor removed: stops before anything is changed.
 Function ${UN}StopWhenInUse
-  !insertmacro StopWhenOneInUse "32"
-  !insertmacro StopWhenOneInUse "64"
-  !insertmacro StopWhenOneInUse "demo"
+  !insertmacro StopWhenOneInUse "32\Quillon.dll"
+  !insertmacro StopWhenOneInUse "32\Quillon.chm"
+  !insertmacro StopWhenOneInUse "64\Quillon.dll"
+  !insertmacro StopWhenOneInUse "64\Quillon.chm"
+  !insertmacro StopWhenOneInUse "demo\Quillon.dll"
+  !insertmacro StopWhenOneInUse "demo\Quillon.chm"
+  !insertmacro StopWhenOneInUse "demo\Quorvex.dll"
+  !insertmacro StopWhenOneInUse "demo\bench.exe"
 FunctionEnd
 
 ; Runs the regsvr32 of bitness $R0 with the switches $R1 on the DLL of that bitness, for the machine or
@@ -85,10 +111,10 @@ FunctionEnd
 
 !macroend
 
-!macro StopWhenOneInUse FOLDER
-  ${If} ${FileExists} "$INSTDIR\${FOLDER}\Quillon.dll"
+!macro StopWhenOneInUse FILE
+  ${If} ${FileExists} "$INSTDIR\${FILE}"
     ClearErrors
-    FileOpen $R3 "$INSTDIR\${FOLDER}\Quillon.dll" a
+    FileOpen $R3 "$INSTDIR\${FILE}" a
     ${If} ${Errors}
       MessageBox MB_OK|MB_ICONSTOP "Quillon is in use. Close the program that has it open, then try again." /SD IDOK
       SetErrorLevel 3

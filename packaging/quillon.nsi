@@ -3,7 +3,8 @@
 ;   setup.exe [/AllUsers | /CurrentUser] [/S] [/D=FOLDER]
 ;   uninstall.exe [/AllUsers | /CurrentUser] [/S] [_?=FOLDER]
 ;
-; Exit codes beside those of every NSIS installer: 2 a DLL could not be registered, 3 a DLL is in use.
+; Exit codes beside those of every NSIS installer: 2 a DLL could not be registered, 3 a file is in use,
+; 4 /AllUsers without an administrator's rights.
 ; scripts/package.sh compiles it; VERSION, STAGE (what is to be installed) and OUTPUT come from there. With
 ; QUICK it is packed less well in a tenth of the time.
 
@@ -42,6 +43,7 @@ VIAddVersionKey LegalCopyright "MIT licence"
 !define MUI_ICON "${SOURCE}/res/generated/Vantor.ico"
 !define MUI_UNICON "${SOURCE}/res/generated/Vantor.ico"
 !define MUI_COMPONENTSPAGE_NODESC
+!define MULTIUSER_PAGE_CUSTOMFUNCTION_LEAVE TakeGivenFolder
 !insertmacro MULTIUSER_PAGE_INSTALLMODE
 !insertmacro MUI_PAGE_COMPONENTS
 !insertmacro MUI_PAGE_DIRECTORY
@@ -49,6 +51,9 @@ VIAddVersionKey LegalCopyright "MIT licence"
 !insertmacro MUI_UNPAGE_CONFIRM
 !insertmacro MUI_UNPAGE_INSTFILES
 !insertmacro MUI_LANGUAGE "English"
+
+; The folder of /D; empty without it.
+Var GivenFolder
 
 !include "functions.nsh"
 !insertmacro DefineFunctions ""
@@ -92,6 +97,15 @@ VIAddVersionKey LegalCopyright "MIT licence"
   !insertmacro EachExample InstallExample "${FOLDER}"
 !macroend
 
+; The help of the plug-in that was installed last.
+!macro StartMenuHelp FOLDER
+!ifdef HAVE_HELP
+  SetOutPath "$INSTDIR\${FOLDER}"
+  CreateDirectory "$SMPROGRAMS\Quillon"
+  CreateShortCut "$SMPROGRAMS\Quillon\Quillon help.lnk" "$INSTDIR\${FOLDER}\Quillon.chm"
+!endif
+!macroend
+
 ; What the operator keeps, edited or made, also keeps the folder.
 !macro RemovePlugIn FOLDER
   !insertmacro EachExample RemoveExample "${FOLDER}"
@@ -124,12 +138,14 @@ SectionEnd
 
 Section "Plug-in for 32-bit hosts"
   !insertmacro InstallPlugIn "32" "32"
+  !insertmacro StartMenuHelp "32"
   StrCpy $R0 "32"
   Call Register
 SectionEnd
 
 Section "Plug-in for 64-bit hosts" PlugIn64
   !insertmacro InstallPlugIn "64" "64"
+  !insertmacro StartMenuHelp "64"
   StrCpy $R0 "64"
   Call Register
 SectionEnd
@@ -142,9 +158,6 @@ Section "Demo with simulated rooms"
   CreateDirectory "$SMPROGRAMS\Quillon"
   CreateShortCut "$SMPROGRAMS\Quillon\Quillon demo.lnk" "$INSTDIR\demo\bench.exe" \
     "--manifest demo.manifest"
-!ifdef HAVE_HELP
-  CreateShortCut "$SMPROGRAMS\Quillon\Quillon help.lnk" "$INSTDIR\demo\Quillon.chm"
-!endif
 SectionEnd
 
 Section "Uninstall"
@@ -166,20 +179,27 @@ Section "Uninstall"
   DeleteRegKey SHCTX "${UNINSTALL_KEY}"
 SectionEnd
 
-; MultiUser chooses the folder by scope and by what was installed before; /D goes before both.
+; MultiUser chooses the folder by scope and by what was installed before, here and after its page; /D goes
+; before both.
 Function .onInit
-  StrCpy $R9 $INSTDIR
+  StrCpy $GivenFolder $INSTDIR
+  Call StopWithoutRights
   !insertmacro MULTIUSER_INIT
-  ${If} $R9 != ""
-    StrCpy $INSTDIR $R9
-  ${EndIf}
+  Call TakeGivenFolder
   ${IfNot} ${RunningX64}
     SectionSetFlags ${PlugIn64} ${SF_RO}
   ${EndIf}
 FunctionEnd
 
+Function TakeGivenFolder
+  ${If} $GivenFolder != ""
+    StrCpy $INSTDIR $GivenFolder
+  ${EndIf}
+FunctionEnd
+
 Function un.onInit
   StrCpy $R9 $INSTDIR
+  Call un.StopWithoutRights
   !insertmacro MULTIUSER_UNINIT
   StrCpy $INSTDIR $R9
 FunctionEnd

@@ -18,7 +18,7 @@ SYSTEM_DLLS = frozenset(
     name + ".dll"
     for name in (
         "advapi32", "comctl32", "comdlg32", "gdi32", "kernel32", "msvcrt", "ole32", "oleaut32",
-        "shell32", "shlwapi", "user32", "uxtheme", "version", "winmm"))
+        "shell32", "shlwapi", "user32", "uxtheme", "winmm"))
 
 I386, AMD64 = 0x14C, 0x8664
 HIGH_ENTROPY_VA, DYNAMIC_BASE, NX_COMPAT = 0x20, 0x40, 0x100

@@ -6,7 +6,8 @@
 #
 # BASE is where this branch left origin/main or main, else the commit before this one; where there is none
 # either, all is new. With `changed`, clang-tidy starts no file later than QUILLON_TIDY_SECONDS (default 45)
-# after its first, and the files left to the full run are told. The compile commands of the presets are used;
+# after its first, the product's own before all others, and the files left to the full run are told. A header
+# is looked at by one source that includes it. cppcheck does not look at tests. The compile commands of the presets are used;
 # a missing one is configured, and the headers that the interface compiler makes are made. Exit code 0:
 # nothing found.
 set -u
@@ -98,12 +99,36 @@ prepare() { # PRESET
     [ ${#made[@]} = 0 ] || ninja -C "build/$1" --quiet "${made[@]}"
 }
 
-# The file that stands for each changed one: itself, or for a header the source of the same name.
+# Which files include a header, those of its own top folder first. The product's are included by their path
+# below src, all others by their name.
+includers_of() { # HEADER
+    local path="([^\"]*/)?${1##*/}"
+    [[ $1 != src/* ]] || path=${1#src/}
+    all_sources | xargs grep -lE "^#include \"${path//./\\.}\"" | sort |
+        awk -v own="${1%%/*}/" 'index($0, own) == 1 { print; next } { rest = rest $0 "\n" } END { printf "%s", rest }'
+}
+
+# The source that stands for a header: the one of its name, else one that includes it, or that includes it by
+# other headers. Fails when there is none.
+source_of() { # HEADER
+    [ ! -f "${1%.h}.cpp" ] || { printf '%s\n' "${1%.h}.cpp"; return; }
+    local includers file
+    mapfile -t includers < <(includers_of "$1")
+    for file in "${includers[@]}"; do
+        [[ $file != *.cpp ]] || { printf '%s\n' "$file"; return; }
+    done
+    for file in "${includers[@]}"; do
+        ! source_of "$file" || return 0
+    done
+    return 1
+}
+
+# The file that stands for each changed one.
 units_to_tidy() {
     local file
     for file in "${files[@]}"; do
         case $file in
-            *.h) [ ! -f "${file%.h}.cpp" ] || printf '%s\n' "${file%.h}.cpp" ;;
+            *.h) source_of "$file" ;;
             *) printf '%s\n' "$file" ;;
         esac
     done | sort -u

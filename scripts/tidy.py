@@ -5,7 +5,7 @@
 
 Each is compiled as the first build folder that knows it does; one that none knows is told and left out, for
 nothing builds it here. As many run at a time as there are processors. No run begins later than N seconds
-after the first; files that are left are told.
+after the first; files that are left are told. The product's own sources begin.
 
 The product's own sources are looked at one by one, with the analyzer that follows paths. Simulator, tests
 and benchmarks have all checks but that one, which spends minutes on the macros of a single test, and
@@ -126,7 +126,7 @@ def flags(command, source):
 
 def plan(sources, builds, together, place):
     jobs, unknown, alike = Jobs(place), [], collections.defaultdict(list)
-    for source in sources:
+    for source in sorted(sources, key=lambda source: not source.startswith("src/")):
         path = os.path.realpath(source)
         command = next((build.of[path] for build in builds if path in build.of), None)
         if not command:

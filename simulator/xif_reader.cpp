@@ -10,7 +10,10 @@ namespace {
 
 constexpr long kLargestIndex = 999999;
 constexpr long kLargestArray = 4096;
+constexpr std::size_t kMostVariables = 4096;
 constexpr std::size_t kLongestVariable = 31;
+constexpr std::size_t kLongestDocumentation = 1024;
+constexpr std::size_t kLongestQuoted = 40;
 constexpr std::string_view kBlanks = " \t";
 
 using Words = std::vector<std::string_view>;
@@ -43,6 +46,19 @@ std::optional<Number> ParseNumber(std::string_view word, int base = 10) {
 std::optional<std::uint8_t> ParseHexByte(std::string_view digits) {
     if (digits.empty() || digits.size() > 2) return std::nullopt;
     return ParseNumber<std::uint8_t>(digits, 16);
+}
+
+std::string Cut(std::string_view text) {
+    return std::string(text.substr(0, kLongestQuoted));
+}
+
+std::string InQuotes(std::string_view text) {
+    return "\"" + Cut(text) + "\"";
+}
+
+bool IsControl(char one) {
+    const auto code = static_cast<unsigned char>(one);
+    return code < 0x20 || code == 0x7F;
 }
 
 // Which words begin a record.
@@ -106,7 +122,7 @@ public:
         std::vector<long> numbers;
         for (const std::string_view word : words) {
             const auto number = ParseNumber<long>(word);
-            if (!number) Fail(std::string(what) + ": \"" + std::string(word) + "\" is no number");
+            if (!number) Fail(std::string(what) + ": " + InQuotes(word) + " is no number");
             numbers.push_back(*number);
         }
         if (numbers.size() < least)
@@ -123,6 +139,9 @@ public:
             line.remove_prefix(1);
             if (line.ends_with('"')) line.remove_suffix(1);
             text += Unescaped(line);
+            if (text.size() > kLongestDocumentation)
+                Fail("a self-documentation has at most " + std::to_string(kLongestDocumentation) +
+                     " bytes");
         }
         return text;
     }
@@ -174,8 +193,7 @@ public:
         ReadHeader();
         while (m_lines.More()) {
             const std::string_view line = m_lines.Take();
-            if (!BeginsRecord(line))
-                m_lines.Fail("no record begins with \"" + std::string(line.substr(0, 40)) + "\"");
+            if (!BeginsRecord(line)) m_lines.Fail("no record begins with " + InQuotes(line));
             const Words words = WordsOf(line);
             if (words[0] == "VAR")
                 ReadVariable(words);
@@ -190,7 +208,7 @@ public:
 private:
     void ReadHeader() {
         const std::string first(m_lines.Need("the first line"));
-        if (first.find("XIF Version 4") == std::string::npos)
+        if (first.find("XIF Version 4.") == std::string::npos)
             m_lines.Fail(
                 "this is no device interface file of version 4 (\"XIF Version 4.\" is "
                 "missing)");
@@ -220,8 +238,8 @@ private:
     long NumberIn(const Words& words, std::size_t place, long most, const char* what) const {
         const auto number = ParseNumber<long>(words[place]);
         if (!number || *number < 0 || *number > most)
-            m_lines.Fail(std::string(what) + " \"" + std::string(words[place]) +
-                         "\" is no number from 0 to " + std::to_string(most));
+            m_lines.Fail(std::string(what) + " " + InQuotes(words[place]) +
+                         " is no number from 0 to " + std::to_string(most));
         return *number;
     }
 
@@ -229,9 +247,10 @@ private:
     void ReadVariable(const Words& words) {
         if (words.size() < 3) m_lines.Fail("a variable needs a name and an index");
         XifVariable variable;
-        variable.name = words[1];
+        variable.name = NameIn(words);
         variable.index = NumberIn(words, 2, kLargestIndex, "the index");
         const long array = words.size() > 5 ? NumberIn(words, 5, kLargestArray, "the array") : 0;
+        CheckRoom(variable.index, array);
         const std::size_t line = m_lines.Number();
         const auto attributes = m_lines.Numbers("the attributes of a variable", 4);
         if (attributes[3] != 0 && attributes[3] != 1)
@@ -241,6 +260,21 @@ private:
         variable.selfDocumentation = m_lines.Documentation();
         ReadType(variable);
         AddVariable(variable, array, line);
+    }
+
+    std::string NameIn(const Words& words) const {
+        if (std::any_of(words[1].begin(), words[1].end(), IsControl))
+            m_lines.Fail("the name of a variable holds a control character");
+        return std::string(words[1]);
+    }
+
+    // Whether so many variables more, from that index on, are not too many.
+    void CheckRoom(long index, long array) const {
+        const long count = std::max(array, 1L);
+        if (index + count - 1 > kLargestIndex)
+            m_lines.Fail("the array goes beyond the index " + std::to_string(kLargestIndex));
+        if (m_device.variables.size() + static_cast<std::size_t>(count) > kMostVariables)
+            m_lines.Fail("there are more than " + std::to_string(kMostVariables) + " variables");
     }
 
     void ReadType(XifVariable& variable) {
@@ -259,12 +293,13 @@ private:
         variable.value.assign(length, 0);
     }
 
-    // An array is so many variables, one index after the other.
+    // An array is so many variables, one index after the other. Their names could be those of XML
+    // elements, as an export of the device needs them.
     void AddVariable(const XifVariable& variable, long array, std::size_t line) {
         for (long i = 0; i < std::max(array, 1L); ++i) {
             XifVariable one = variable;
             one.index += i;
-            if (array > 0) one.name += "[" + std::to_string(i) + "]";
+            if (array > 0) one.name += "_" + std::to_string(i);
             if (!m_indexes.insert(one.index).second)
                 throw XifError(line, "the index " + std::to_string(one.index) + " stands twice");
             m_device.variables.push_back(std::move(one));
@@ -287,7 +322,7 @@ private:
             if (!variable.configuration || taken == bytes.size()) continue;
             const std::size_t length = variable.value.size();
             if (bytes.size() - taken < length)
-                m_lines.Fail("the value of " + variable.name + " is not whole");
+                m_lines.Fail("the value of " + Cut(variable.name) + " is not whole");
             std::copy_n(bytes.begin() + static_cast<std::ptrdiff_t>(taken), length,
                         variable.value.begin());
             taken += length;
@@ -297,7 +332,7 @@ private:
     }
 
     [[noreturn]] void FailByte(std::string_view word) const {
-        m_lines.Fail("\"" + std::string(word.substr(0, 40)) + "\" is no byte such as \\x0A");
+        m_lines.Fail(InQuotes(word) + " is no byte such as \\x0A");
     }
 
     void PassOver() {

@@ -17,7 +17,9 @@ struct XifError : std::runtime_error {
         : std::runtime_error("line " + std::to_string(line) + ": " + text) {}
 };
 
-// A network variable. Texts are 8-bit, with "\x80" and the like already turned into characters.
+// A network variable; a device has at most 4,096, with indexes up to 999999. Its name has no
+// control character, its self-documentation at most 1,024 bytes. Texts are 8-bit, with "\x80" and
+// the like already turned into characters.
 struct XifVariable {
     std::string name;
     long index = 0;

@@ -47,6 +47,7 @@ void Echo(Session& session, const Words& words);
 void Save(Session& session, const Words& words);
 void Run(Session& session, const Words& words);
 void Import(Session& session, const Words& words);
+void ImportInterface(const Words& words);  // the same; needs no host
 
 // Expectations
 void Expect(Session& session, const Words& words);

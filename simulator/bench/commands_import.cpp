@@ -34,6 +34,10 @@ XifDevice ReadDevice(const std::wstring& file) {
 }  // namespace
 
 void Import(Session&, const Words& words) {
+    ImportInterface(words);
+}
+
+void ImportInterface(const Words& words) {
     const std::filesystem::path source(FullPath(words[0]));
     std::filesystem::path target(source);
     target.replace_extension(L".json");

@@ -1,8 +1,10 @@
 // The bench: plays the host for the plug-in, from the command line or a script.
+#include <algorithm>
 #include <optional>
 #include <stdexcept>
 
 #include "com/module.h"
+#include "commands.h"
 #include "component_manifest.h"
 #include "session.h"
 #include "text.h"
@@ -90,7 +92,18 @@ std::wstring DefaultNetwork() {
     throw Failure{L"there is no networks\\room.json here; name a network with --network"};
 }
 
+// An interface can be imported where no host is registered and no network is to be had.
+bool ImportsOnly(const Options& options) {
+    return std::all_of(options.commands.begin(), options.commands.end(),
+                       [](const Words& command) { return command[0] == L"import"; });
+}
+
 void RunAll(const Options& options) {
+    if (ImportsOnly(options)) {
+        for (const Words& command : options.commands)
+            commands::ImportInterface({command.begin() + 1, command.end()});
+        return;
+    }
     const auto network = options.network.empty() ? DefaultNetwork() : FullPath(options.network);
     Host host(network, options.plugin);
     {

@@ -112,16 +112,55 @@ void RegisterClass(const ClassEntry& entry, const Library& library, std::wstring
     Key(root, kClasses + progId + L"\\CLSID").Set(nullptr, clsid);
 }
 
+// The first failure of steps that are all taken; what is already gone is none.
+class FirstFailure {
+public:
+    void NoteKey(LSTATUS status) {
+        if (status != ERROR_SUCCESS && status != ERROR_FILE_NOT_FOUND &&
+            status != ERROR_PATH_NOT_FOUND)
+            Note(HRESULT_FROM_WIN32(static_cast<DWORD>(status)));
+    }
+    // Windows says the one of a library that is not registered, Wine the other.
+    void NoteLibrary(HRESULT result) {
+        if (FAILED(result) && result != TYPE_E_REGISTRYACCESS && result != E_INVALIDARG)
+            Note(result);
+    }
+    void Throw() const { Check(m_result); }
+
+private:
+    void Note(HRESULT result) {
+        if (m_result == S_OK) m_result = result;
+    }
+
+    HRESULT m_result = S_OK;
+};
+
+// Both bitnesses share the ProgID where they have a class each.
+bool OtherBitnessHas(HKEY root, const std::wstring& classKey) {
+    constexpr REGSAM kOther = sizeof(void*) == 8 ? KEY_WOW64_32KEY : KEY_WOW64_64KEY;
+    HKEY key = nullptr;
+    if (RegOpenKeyExW(root, classKey.c_str(), 0, KEY_READ | kOther, &key) != ERROR_SUCCESS)
+        return false;
+    RegCloseKey(key);
+    return true;
+}
+
 void UnregisterAll(std::span<const ClassEntry> classes, std::wstring_view prefix, Scope scope) {
+    FirstFailure failure;
+    const HKEY root = RootOf(scope);
     for (const ClassEntry& entry : classes) {
-        RegDeleteTreeW(RootOf(scope), (kClasses + (L"CLSID\\" + GuidText(entry.clsid))).c_str());
-        RegDeleteTreeW(RootOf(scope),
-                       (kClasses + std::wstring(prefix) + L"." + entry.name).c_str());
+        const std::wstring classKey = kClasses + (L"CLSID\\" + GuidText(entry.clsid));
+        failure.NoteKey(RegDeleteTreeW(root, classKey.c_str()));
+        if (OtherBitnessHas(root, classKey)) continue;
+        failure.NoteKey(
+            RegDeleteTreeW(root, (kClasses + std::wstring(prefix) + L"." + entry.name).c_str()));
     }
     const Library library;
     const auto remove = scope == Scope::kMachine ? UnRegisterTypeLib : UnRegisterTypeLibForUser;
-    remove(library.attributes.guid, library.attributes.wMajorVerNum,
-           library.attributes.wMinorVerNum, library.attributes.lcid, library.attributes.syskind);
+    failure.NoteLibrary(remove(library.attributes.guid, library.attributes.wMajorVerNum,
+                               library.attributes.wMinorVerNum, library.attributes.lcid,
+                               library.attributes.syskind));
+    failure.Throw();
 }
 
 }  // namespace

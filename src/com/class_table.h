@@ -26,8 +26,9 @@ enum class Scope { kMachine, kUser };
 
 // Registers every class (ProgID, InprocServer32, ThreadingModel Apartment, TypeLib) and the type
 // library that is resource 1 of the module; prefix is that of the ProgIDs, "Quillon". A failure
-// part-way takes back what was written. Unregister removes all of it and does not mind what is
-// already gone.
+// part-way takes back what was written. Unregister removes all of it, but not the ProgIDs while the
+// other bitness is registered; it does not mind what is already gone, and fails, having removed
+// what can be, when something cannot be removed.
 HRESULT Register(std::span<const ClassEntry> classes, std::wstring_view prefix,
                  Scope scope) noexcept;
 HRESULT Unregister(std::span<const ClassEntry> classes, std::wstring_view prefix,

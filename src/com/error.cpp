@@ -16,10 +16,16 @@ std::wstring Widened(const char* text) {
     return wide;
 }
 
-unsigned g_swallowedShortages = 0;
+unsigned g_shortages = 0;
 
 void SetRecord(IErrorInfo* record) noexcept {
     SetErrorInfo(0, record);
+}
+
+HRESULT Shortage() noexcept {
+    ++g_shortages;
+    SetRecord(nullptr);
+    return E_OUTOFMEMORY;
 }
 
 HRESULT WithText(HRESULT result, const std::exception& error) noexcept {
@@ -48,6 +54,11 @@ void Check(HRESULT result) {
     throw Error(result, std::move(record));
 }
 
+HRESULT NoShortage(HRESULT result) {
+    if (result == E_OUTOFMEMORY) throw std::bad_alloc();
+    return result;
+}
+
 HRESULT ResultOfCurrentException() noexcept {
     try {
         throw;
@@ -55,11 +66,9 @@ HRESULT ResultOfCurrentException() noexcept {
         SetRecord(error.Record().Get());
         return error.Result();
     } catch (const std::bad_alloc&) {
-        SetRecord(nullptr);
-        return E_OUTOFMEMORY;
+        return Shortage();
     } catch (const std::length_error&) {
-        SetRecord(nullptr);
-        return E_OUTOFMEMORY;
+        return Shortage();
     } catch (const std::exception& error) {
         return WithText(E_FAIL, error);
     } catch (...) {
@@ -69,12 +78,12 @@ HRESULT ResultOfCurrentException() noexcept {
 }
 
 void Swallow() noexcept {
-    if (ResultOfCurrentException() == E_OUTOFMEMORY) ++g_swallowedShortages;
+    ResultOfCurrentException();
     SetRecord(nullptr);
 }
 
 unsigned SwallowedShortages() noexcept {
-    return g_swallowedShortages;
+    return g_shortages;
 }
 
 }  // namespace quillon::com

@@ -34,15 +34,20 @@ Ptr<IErrorInfo> MakeErrorRecord(std::wstring_view source, std::wstring_view desc
 // Throws Error when the result is a failure, and takes the thread's error record along.
 void Check(HRESULT result);
 
+// For calls of the platform, whose shortage of memory is our own: throws std::bad_alloc for it and
+// hands back any other result.
+HRESULT NoShortage(HRESULT result);
+
 // Makes the failure of one of our members out of what is being thrown: to be called in a catch
 // block. Leaves the thread's error record to match; std::exception other than Error becomes E_FAIL
-// with its text, memory shortage E_OUTOFMEMORY.
+// with its text. A shortage of memory becomes E_OUTOFMEMORY and is counted.
 HRESULT ResultOfCurrentException() noexcept;
 
 // Ends the exception that is being thrown in silence: to be called in a catch block. The thread's
-// error record is cleared, so no stale one is left behind; a shortage of memory is counted.
+// error record is cleared, so no stale one is left behind.
 void Swallow() noexcept;
-// How many shortages of memory this module has ended in silence.
+// How many shortages of memory of its own this module has met. What others answer is not counted,
+// E_OUTOFMEMORY neither.
 unsigned SwallowedShortages() noexcept;
 
 // Runs a piece that promises to end quietly: any exception yields a value-initialised result.
@@ -56,8 +61,8 @@ auto Quietly(F&& f) noexcept -> decltype(f()) {
     return decltype(f())();
 }
 
-// Runs a piece whose quiet parts may leave out what cannot be had, but nothing for want of memory:
-// then std::bad_alloc is thrown at its end.
+// Runs a piece whose quiet parts may leave out what cannot be had, but nothing for want of memory
+// of our own: then std::bad_alloc is thrown at its end.
 template <class F>
 auto InFull(F&& f) -> decltype(f()) {
     const unsigned before = SwallowedShortages();

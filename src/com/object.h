@@ -26,9 +26,10 @@ struct FaceInterface<Face> {
 };
 
 // An object with the given faces, the first of which is its identity. IDispatch is answered by the
-// first face that has it. Make with com::Make, which gives the first reference.
+// first face that has it. Make with com::Make, which gives the first reference. The hold on the
+// module comes first, so it is let go last: what a face lets go of may unload unused modules.
 template <class... Faces>
-class Object : public Faces... {
+class Object : private ModuleLock, public Faces... {
 public:
     Object() = default;
     Object(const Object&) = delete;
@@ -91,7 +92,6 @@ private:
     }
 
     volatile LONG m_references = 1;
-    ModuleLock m_lock;
 };
 
 // A new object, held once.

@@ -68,6 +68,10 @@ HRESULT WriteDocument(IXMLDOMDocument2* document, const std::wstring& path) {
     return FAILED(saved) ? saved : stream->Commit(STGC_DEFAULT);
 }
 
+void Demand(HRESULT result) {
+    Check(NoShortage(result));
+}
+
 bool HasDocumentType(IXMLDOMDocument2* document) {
     Ptr<IXMLDOMDocumentType> type;
     return document->get_doctype(type.Out()) == S_OK && type;
@@ -128,35 +132,48 @@ void SaveXmlFile(IXMLDOMDocument2* document, const std::wstring& path) {
 
 Ptr<IXMLDOMNode> FindNode(IXMLDOMNode* from, const wchar_t* path) {
     Ptr<IXMLDOMNode> found;
-    Check(from->selectSingleNode(Bstr(path).Get(), found.Out()));
+    Demand(from->selectSingleNode(Bstr(path).Get(), found.Out()));
     return found;
 }
 
-std::optional<std::wstring> FirstChildText(IXMLDOMNode* node) {
+Ptr<IXMLDOMNode> FirstChild(IXMLDOMNode* node) {
     Ptr<IXMLDOMNode> child;
-    if (node->get_firstChild(child.Out()) != S_OK || !child) return std::nullopt;
+    if (NoShortage(node->get_firstChild(child.Out())) != S_OK) return nullptr;
+    return child;
+}
+
+Ptr<IXMLDOMNode> NextSibling(IXMLDOMNode* node) {
+    Ptr<IXMLDOMNode> next;
+    if (NoShortage(node->get_nextSibling(next.Out())) != S_OK) return nullptr;
+    return next;
+}
+
+std::optional<std::wstring> FirstChildText(IXMLDOMNode* node) {
+    const Ptr<IXMLDOMNode> child = FirstChild(node);
+    if (!child) return std::nullopt;
     Variant value;
-    if (FAILED(child->get_nodeValue(&value)) || value.vt != VT_BSTR) return std::nullopt;
+    if (FAILED(NoShortage(child->get_nodeValue(&value))) || value.vt != VT_BSTR)
+        return std::nullopt;
     return Text(value.bstrVal);
 }
 
 std::wstring LocalName(IXMLDOMNode* node) {
     Bstr name;
-    node->get_baseName(name.Out());
+    NoShortage(node->get_baseName(name.Out()));
     return name.Text();
 }
 
 Ptr<IXMLDOMElement> AppendElement(IXMLDOMDocument2* document, IXMLDOMNode* parent,
                                   const wchar_t* name) {
     Ptr<IXMLDOMElement> element;
-    Check(document->createElement(Bstr(name).Get(), element.Out()));
-    Check(parent->appendChild(element.Get(), nullptr));
+    Demand(document->createElement(Bstr(name).Get(), element.Out()));
+    Demand(parent->appendChild(element.Get(), nullptr));
     return element;
 }
 
 void AppendText(IXMLDOMDocument2* document, IXMLDOMNode* parent, const wchar_t* name,
                 const std::wstring& text) {
-    Check(AppendElement(document, parent, name)->put_text(Bstr(text).Get()));
+    Demand(AppendElement(document, parent, name)->put_text(Bstr(text).Get()));
 }
 
 }  // namespace quillon::com

@@ -41,6 +41,10 @@ void SaveXmlFile(IXMLDOMDocument2* document, const std::wstring& path);
 // The first node in document order that a fixed XPath expression finds; empty when there is none.
 Ptr<IXMLDOMNode> FindNode(IXMLDOMNode* from, const wchar_t* path);
 
+// A node's children in turn; empty behind the last. Both throw std::bad_alloc alone.
+Ptr<IXMLDOMNode> FirstChild(IXMLDOMNode* node);
+Ptr<IXMLDOMNode> NextSibling(IXMLDOMNode* node);
+
 // The value of a node's first child, whatever kind of node that is and whatever follows it. nullopt
 // when there is no child or it has no value of its own (an element).
 std::optional<std::wstring> FirstChildText(IXMLDOMNode* node);

@@ -115,7 +115,8 @@ std::optional<LRESULT> FieldBox::OnCharacter(wchar_t character, LPARAM lParam) {
             m_rules->OnRestore();
             return 0;
         case KeyAct::kAccept:
-            m_rules->OnAccept();
+            // A loop that is no dialog's hands over the keys that a held one repeats.
+            if (!(HIWORD(lParam) & KF_REPEAT)) m_rules->OnAccept();
             return 0;
         case KeyAct::kDrop:
             break;

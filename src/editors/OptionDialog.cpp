@@ -4,6 +4,7 @@
 
 #include "com/error.h"
 #include "com/late.h"
+#include "editors/editor_choice.h"
 #include "host_members.h"
 #include "plugin/field_text.h"
 #include "window/resource.h"
@@ -17,6 +18,19 @@ constexpr RECT kInside{8, 10, 6, 5};
 
 com::Ptr<IDispatch> FieldOf(const com::Ptr<IDispatch>& fields, std::int32_t number) {
     return com::Get(fields.Get(), host::points::kItem, {com::Variant(number)}).AsObject();
+}
+
+// Empty where the point has none. A host may answer a plain point's fields with nothing, or with an
+// error; a structure's that cannot be had are no reason to take its value for a code.
+com::Ptr<IDispatch> FirstFieldOf(const DataPoint& point) {
+    try {
+        const com::Ptr<IDispatch> fields = point.Fields();
+        return fields ? FieldOf(fields, 1) : nullptr;
+    } catch (const com::Error&) {
+        if (ChooseEditor(point.SNVType().GenType()) == EditorKind::kStructure) throw;
+        com::Swallow();
+        return nullptr;
+    }
 }
 
 // Doubled, so that none becomes the underline of an access key.
@@ -68,9 +82,7 @@ OptionValue OptionDialog::ReadValue() {
     m_level = Point();
     m_openingLevel = OpeningValue();
     if (m_set.Shape() == PointShape::kPlainOrFirstField) {
-        // A host may answer a plain point's fields with nothing, or with an error.
-        const auto field = com::Quietly([&] { return FieldOf(Point().Fields(), 1); });
-        if (field) {
+        if (const com::Ptr<IDispatch> field = FirstFieldOf(Point())) {
             m_level = DataPoint(field);
             m_openingLevel = m_level.Value();
         }

@@ -14,7 +14,7 @@ namespace quillon {
 
 // Set DataPoint (and CalledFramModif4), then Show. Everything that the dialog opens with is read
 // from the host before there is a window, so a failing host means no dialog. The dialog's window
-// goes with its owner: then nothing is written.
+// goes with its owner: then nothing is written. An Enter key that is held down presses nothing.
 class ValueEditor : public ui::Dialog {
 public:
     // Stores the point and its value text as it is. Throws com::Error.
@@ -38,8 +38,22 @@ protected:
     // Writes it: to the point's value. May throw.
     virtual void Write(const std::wstring& text) { m_point.SetValue(text); }
     bool OnCommand(int id, int code, HWND control) override;
-    // Runs OK, unless its button is disabled.
+    // Runs OK, unless its button is disabled or the editor is at work.
     void Accept();
+
+    // While one lives a call of the host is under way, in which messages may be handled: OK, Cancel
+    // and the rows of a structure then do nothing. The window may still go.
+    class Work {
+    public:
+        explicit Work(ValueEditor& editor) : m_editor(editor) { m_editor.m_working = true; }
+        Work(const Work&) = delete;
+        Work& operator=(const Work&) = delete;
+        ~Work() { m_editor.m_working = false; }
+
+    private:
+        ValueEditor& m_editor;
+    };
+    bool Working() const { return m_working; }
 
     const DataPoint& Point() const { return m_point; }
     // The value text at the time of SetDataPoint.
@@ -54,6 +68,7 @@ private:
     int m_dialog;
     const wchar_t* m_failureText;
     bool m_calledFramModif4 = false;
+    bool m_working = false;
 };
 
 inline constexpr const wchar_t* kErrorInCpValue = L"error in calculating CP value";

@@ -128,7 +128,8 @@ void frmCPModif1::OnRestore() {
 
 std::optional<std::wstring> frmCPModif1::TextToWrite() {
     std::wstring text = m_field->TextToWrite(m_box.Text());
-    if (!m_field->BelowMinimum(text)) return text;
+    const bool compared = !Invalid() || m_field->IsNumber(text);
+    if (!compared || !m_field->BelowMinimum(text)) return text;
     RefuseTooSmall();
     return std::nullopt;
 }

@@ -16,7 +16,9 @@ void frmCPModif2::Load() {
 bool frmCPModif2::OnInit() {
     m_box.Attach(Item(IDC_TXTNEWCPVALUE), *this);
     SetItemText(IDC_LBLNAME, m_name);
-    m_box.SetText(Allowed(std::wstring(TrimBlanks(OpeningValue()))));
+    const std::wstring allowed = Allowed(std::wstring(TrimBlanks(OpeningValue())));
+    if (!Handle()) return false;
+    m_box.SetText(allowed);
     SetFocus(Item(IDC_TXTNEWCPVALUE));
     m_box.SelectAll();
     return false;
@@ -38,7 +40,8 @@ void frmCPModif2::OnChanged() {
     m_box.PutCaret(kLongestText);
 }
 
-// A value that is too long never gets into the box: very long ones take it too long to lay out.
+// A value that is too long never gets into the box: very long ones take it too long to lay out. The
+// window may go in the message.
 std::wstring frmCPModif2::Allowed(const std::wstring& text) {
     if (!IsTooLong(text)) return text;
     ui::ShowMessage(kTooLongText, MB_OK | MB_ICONEXCLAMATION, kTooLongTitle);

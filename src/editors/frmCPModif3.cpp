@@ -1,5 +1,7 @@
 #include "editors/frmCPModif3.h"
 
+#include <new>
+
 #include "editors/editors_resource.h"
 
 namespace quillon {
@@ -28,8 +30,11 @@ void frmCPModif3::FillEntries() const {
     SendMessageW(box, WM_SETREDRAW, FALSE, 0);
     const std::size_t bytes = characters * sizeof(wchar_t);
     SendMessageW(box, CB_INITSTORAGE, entries.size(), static_cast<LPARAM>(bytes));
-    for (const Option& entry : entries)
-        SendMessageW(box, CB_ADDSTRING, 0, reinterpret_cast<LPARAM>(entry.label.c_str()));
+    LRESULT place = 0;
+    for (const Option& entry : entries) {
+        const auto label = reinterpret_cast<LPARAM>(entry.label.c_str());
+        if (SendMessageW(box, CB_ADDSTRING, 0, label) != place++) throw std::bad_alloc();
+    }
     SendMessageW(box, WM_SETREDRAW, TRUE, 0);
 }
 

@@ -2,6 +2,8 @@
 //
 #include <commctrl.h>
 
+#include <new>
+
 #include "com/error.h"
 #include "com/late.h"
 #include "editors/EditPoint.h"
@@ -92,7 +94,8 @@ void frmCPModif4::FillRows() const {
         item.mask = LVIF_TEXT;
         item.iItem = place;
         item.pszText = const_cast<wchar_t*>(row.name.c_str());
-        ListView_InsertItem(list, &item);
+        // A row that is left out would shift those after it to the fields of others.
+        if (ListView_InsertItem(list, &item) != place) throw std::bad_alloc();
         SetCell(list, place++, kValueColumn, row.shown);
     }
     SendMessageW(list, WM_SETREDRAW, TRUE, 0);
@@ -115,15 +118,14 @@ DataPoint frmCPModif4::FieldOf(const std::wstring& key) const {
 // not be read. A field that is gone, and a host that fails, open nothing.
 void frmCPModif4::EditField() {
     const int selected = ListView_GetNextItem(Item(IDC_LVWMAIN), -1, LVNI_SELECTED);
-    if (selected < 0 || m_editing) return;
+    if (selected < 0 || Working()) return;
     const auto place = static_cast<std::size_t>(selected);
-    m_editing = true;
+    const Work work(*this);
     com::Quietly([&] {
         const DataPoint field = FieldOf(m_rows[place].key);
         if (m_rows[place].value != kUnread) field.SetValue(m_rows[place].value);
         if (EditStructureField(field, Handle())) RefreshRow(place, field);
     });
-    m_editing = false;
 }
 
 // A value that cannot be read back must not look like the field's value, nor be written as it by

@@ -30,7 +30,6 @@ private:
     com::Ptr<IDispatch> m_fields;
     std::vector<FieldRow> m_rows;
     std::wstring m_name;
-    bool m_editing = false;
 };
 
 }  // namespace quillon

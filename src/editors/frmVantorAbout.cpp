@@ -1,7 +1,8 @@
 #include "editors/frmVantorAbout.h"
 
+#include <cstring>
+#include <optional>
 #include <string>
-#include <vector>
 
 #include "ui/module.h"
 #include "window/resource.h"
@@ -10,19 +11,27 @@ namespace quillon {
 
 namespace {
 
-// Major, minor and revision number of our own module.
-std::wstring VersionText() {
+// The fixed part of our own module's version block, found by its signature: what reads such a block
+// by name is in a DLL that one beside the host's program could take the place of.
+std::optional<VS_FIXEDFILEINFO> OwnVersion() {
     const HRSRC place =
         FindResourceW(ui::OwnModule(), MAKEINTRESOURCEW(VS_VERSION_INFO), MAKEINTRESOURCEW(16));
     const DWORD size = SizeofResource(ui::OwnModule(), place);
     const HGLOBAL loaded = LoadResource(ui::OwnModule(), place);
-    if (!loaded || size == 0) return {};
-    const auto* bytes = static_cast<const BYTE*>(LockResource(loaded));
-    // The fixed part follows the block's key; a copy, for reading the block may write into it.
-    std::vector<BYTE> block(bytes, bytes + size);
-    VS_FIXEDFILEINFO* fixed = nullptr;
-    UINT length = 0;
-    if (!VerQueryValueW(block.data(), L"\\", reinterpret_cast<void**>(&fixed), &length)) return {};
+    if (!loaded) return std::nullopt;
+    const auto* block = static_cast<const BYTE*>(LockResource(loaded));
+    VS_FIXEDFILEINFO fixed{};
+    for (DWORD at = 0; at + sizeof fixed <= size; at += sizeof(DWORD)) {
+        std::memcpy(&fixed, block + at, sizeof fixed);
+        if (fixed.dwSignature == VS_FFI_SIGNATURE) return fixed;
+    }
+    return std::nullopt;
+}
+
+// Major, minor and revision number.
+std::wstring VersionText() {
+    const auto fixed = OwnVersion();
+    if (!fixed) return {};
     return std::to_wstring(HIWORD(fixed->dwFileVersionMS)) + L"." +
            std::to_wstring(LOWORD(fixed->dwFileVersionMS)) + L"." +
            std::to_wstring(HIWORD(fixed->dwFileVersionLS));

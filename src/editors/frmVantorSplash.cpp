@@ -90,13 +90,9 @@ bool frmVantorSplash::OnInit() {
             m_picture = shown;
         }
         const SIZE size = SizeOf(m_picture);
-        RECT frame{0, 0, size.cx, size.cy};
-        AdjustWindowRectEx(&frame, WS_POPUP | WS_BORDER, FALSE, 0);
-        const int width = frame.right - frame.left;
-        const int height = frame.bottom - frame.top;
         SetWindowPos(Item(IDC_IMAGE1), nullptr, 0, 0, size.cx, size.cy, SWP_NOZORDER);
-        SetWindowPos(Handle(), nullptr, (GetSystemMetrics(SM_CXSCREEN) - width) / 2,
-                     (GetSystemMetrics(SM_CYSCREEN) - height) / 2, width, height,
+        SetWindowPos(Handle(), nullptr, (GetSystemMetrics(SM_CXSCREEN) - size.cx) / 2,
+                     (GetSystemMetrics(SM_CYSCREEN) - size.cy) / 2, size.cx, size.cy,
                      SWP_NOZORDER | SWP_NOACTIVATE);
     }
     // Without a timer it goes at once rather than never.

@@ -41,7 +41,7 @@ std::wstring NumericField::LimitShown(const std::wstring& limit) const {
 std::optional<double> NumericField::Read(std::wstring_view text) const {
     if (m_rules.separator != L'.') return m_read(text);
     try {
-        return LenientNumber(text);
+        return LenientScientific(text);
     } catch (const NumberError&) {
         return Infinite(text);
     }
@@ -71,6 +71,10 @@ std::wstring NumericField::TextToWrite(std::wstring_view text) const {
     else if (text.starts_with(L'-') && text.substr(1).starts_with(m_rules.separator))
         written.insert(1, 1, L'0');
     return written;
+}
+
+bool NumericField::IsNumber(std::wstring_view text) const {
+    return m_rules.separator == L'.' ? IsScientific(text) : m_read(text).has_value();
 }
 
 bool NumericField::BelowMinimum(std::wstring_view text) const {

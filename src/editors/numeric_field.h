@@ -30,7 +30,8 @@ public:
     };
 
     // Where the local separator is ".", numbers are read without regard to the regional settings,
-    // in double precision, as far as a text begins with a number; otherwise by `read`.
+    // in double precision, as far as a text begins with a number, its exponent included; otherwise
+    // by `read`.
     NumericField(Point point, wchar_t localSeparator, RegionalReader read);
 
     const NumberRules& Rules() const { return m_rules; }
@@ -50,6 +51,8 @@ public:
 
     // OK: the text to write, with a "0" in front of a leading separator.
     std::wstring TextToWrite(std::wstring_view text) const;
+    // False for an invalid value such as "NaN", which no limit can be compared with.
+    bool IsNumber(std::wstring_view text) const;
     // True when the text is below the lower limit. Throws NumberError when one of the two cannot be
     // read or is out of range.
     bool BelowMinimum(std::wstring_view text) const;

@@ -45,7 +45,7 @@ private:
     void WriteConfigurationVariables();
     std::wstring ReadEntry(IFile* entry);
     void WriteEntry(IFile* entry, const std::wstring& text);
-    bool MayForceIdentity() { return !m_device.ReadSetting(L"ForceCustomerID").empty(); }
+    bool MayForceIdentity() { return !m_device.RequireSetting(L"ForceCustomerID").empty(); }
 
     CDevice& m_device;
     IDevice& m_host;
@@ -110,7 +110,7 @@ Outcome Download::WriteObjects() {
 }
 
 void Download::WriteValues() {
-    const auto setting = com::InFull([&] { return m_device.ReadSetting(L"DownLoadCPs"); });
+    const std::wstring setting = m_device.RequireSetting(L"DownLoadCPs");
     if (!setting.empty() && StrictNumber(setting) == 1.0) {
         WriteEntry(m_device.FindDeviceFile(L"1").Get(), m_profile->CPValues());
         WriteConfigurationVariables();
@@ -135,16 +135,14 @@ void Download::WriteConfigurationVariables() {
     }
 }
 
-// Tells the host's network. A failure has nowhere else to go.
+// Tells the host's network. A device without one has nobody to tell, which is no failure.
 void Report(IDevice& host, Outcome outcome) {
-    com::Quietly([&] {
-        com::Ptr<INetwork> network;
-        com::Check(host.get_Network(network.Out()));
-        if (!network) return;
-        long code = static_cast<long>(outcome);
-        com::Ptr<IDevice> device(&host);
-        com::Check(network->Report(&code, device.InOut()));
-    });
+    com::Ptr<INetwork> network;
+    com::Check(host.get_Network(network.Out()));
+    if (!network) return;
+    long code = static_cast<long>(outcome);
+    com::Ptr<IDevice> device(&host);
+    com::Check(network->Report(&code, device.InOut()));
 }
 
 bool Focused(IDevice& host) {
@@ -165,13 +163,16 @@ std::int32_t CDevice::IDeviceEx_AppDownload(const std::wstring& appFile) {
         if (outcome == Outcome::kSuccess) {
             failure = Outcome::kFailedWithValues;
             download.WriteValues();
+            Report(*moDevice, Outcome::kSuccess);
         }
     } catch (...) {
         outcome = failure;
     }
     SetErrorInfo(0, nullptr);
-    Report(*moDevice, outcome);
-    if (outcome == Outcome::kSuccess) RaiseChangedApplication();
+    if (outcome == Outcome::kSuccess)
+        RaiseChangedApplication();
+    else
+        com::Quietly([&] { Report(*moDevice, outcome); });  // a failure has nowhere else to go
     return 0;
 }
 

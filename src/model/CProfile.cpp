@@ -1,5 +1,7 @@
 #include "model/CProfile.h"
 
+#include <new>
+
 #include "com/module.h"
 #include "model/header_codes.h"
 #include "ui/message_box.h"
@@ -32,7 +34,7 @@ void ReadText(IXMLDOMNode* document, const wchar_t* path, std::wstring& field) {
 
 bool IsComment(IXMLDOMNode* node) {
     DOMNodeType kind = NODE_INVALID;
-    com::Check(node->get_nodeType(&kind));
+    com::Check(com::NoShortage(node->get_nodeType(&kind)));
     return kind == NODE_COMMENT;
 }
 
@@ -49,17 +51,23 @@ bool CProfile::FriendSet(const std::wstring& appFile, _CDevice* device) {
         Refuse(appFile, outcome);
         return false;
     }
-    // Window messages are handled while the lists are read: another load may replace the member.
+    // Window messages are handled while the lists are read: another load may replace the members.
     const com::Ptr<IXMLDOMDocument2> document = m_document;
+    const com::Ptr<_CDevice> target(device);
+    const com::Ptr<CNVs> hadNVs = m_nvs;
+    const com::Ptr<CCPs> hadCPs = m_cps;
     // What is missing from the file is missing from the profile, but nothing for want of memory: a
     // download would leave it out, and the checks that go by it, too.
-    com::InFull([&] {
-        ReadTexts();
-        com::Quietly([&] { ReadList(document.Get(), m_nvs, kNetworkVariables); });
-        com::Quietly([&] { ReadList(document.Get(), m_cps, kConfigurationProperties); });
-        com::Quietly([&] { JoinCPValues(); });
-    });
-    return true;
+    const unsigned shortages = com::SwallowedShortages();
+    ReadTexts();
+    com::Quietly([&] { ReadList(document.Get(), target.Get(), m_nvs, kNetworkVariables); });
+    com::Quietly([&] { ReadList(document.Get(), target.Get(), m_cps, kConfigurationProperties); });
+    com::Quietly([&] { JoinCPValues(); });
+    if (com::SwallowedShortages() == shortages) return true;
+    // Another load shall not take them for whole.
+    m_nvs = hadNVs;
+    m_cps = hadCPs;
+    throw std::bad_alloc();
 }
 
 void CProfile::Refuse(const std::wstring& appFile, const com::XmlLoad& outcome) {
@@ -85,27 +93,23 @@ void CProfile::ReadTexts() {
 }
 
 template <class List>
-void CProfile::ReadList(IXMLDOMNode* document, com::Ptr<List>& list, const wchar_t* path) {
+void CProfile::ReadList(IXMLDOMNode* document, _CDevice* device, com::Ptr<List>& list,
+                        const wchar_t* path) {
     com::Ptr<IDispatch> catalogue;
-    if (!m_device) throw com::Error(E_POINTER);
-    com::Check(m_device->get_XMLSNVTs(catalogue.Out()));
+    if (!device) throw com::Error(E_POINTER);
+    com::Check(device->get_XMLSNVTs(catalogue.Out()));
     if (list) return;
     const com::Ptr<IXMLDOMNode> container = com::FindNode(document, path);
     if (!container) return;
     com::Ptr<List> own;
-    com::Ptr<IXMLDOMNode> child;
-    HRESULT got = container->get_firstChild(child.Out());
-    while (got == S_OK && child) {
-        if (!IsComment(child.Get())) {
-            ui::PumpMessages();
-            if (!list && !own) list = own = com::Make<List>();
-            // A load started from inside the messages has read the list.
-            if (list.Get() != own.Get()) return;
-            own->Add(com::LocalName(child.Get()), child.Get(), catalogue.Get());
-        }
-        com::Ptr<IXMLDOMNode> next;
-        got = child->get_nextSibling(next.Out());
-        child = std::move(next);
+    for (com::Ptr<IXMLDOMNode> child = com::FirstChild(container.Get()); child;
+         child = com::NextSibling(child.Get())) {
+        if (IsComment(child.Get())) continue;
+        ui::PumpMessages();
+        if (!list && !own) list = own = com::Make<List>();
+        // A load started from inside the messages has read the list.
+        if (list.Get() != own.Get()) return;
+        own->Add(com::LocalName(child.Get()), child.Get(), catalogue.Get());
     }
 }
 

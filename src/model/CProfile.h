@@ -65,7 +65,8 @@ private:
     void Refuse(const std::wstring& appFile, const com::XmlLoad& outcome);
     void ReadTexts();
     template <class List>
-    void ReadList(IXMLDOMNode* document, com::Ptr<List>& list, const wchar_t* path);
+    void ReadList(IXMLDOMNode* document, _CDevice* device, com::Ptr<List>& list,
+                  const wchar_t* path);
     void JoinCPValues();
 
     com::Ptr<IXMLDOMDocument2> m_document;

@@ -16,7 +16,8 @@ using TakeText = std::function<void(std::wstring_view localName, std::wstring_vi
 com::Ptr<IXMLDOMNode> ElementNode(IDispatch* object);
 
 // Hands over each attribute, and each child that is no comment and has a text: the value of its own
-// first child. A node that cannot be read is left out. Never throws for what the element holds.
+// first child. A node that cannot be read is left out. Throws for want of memory and what `take`
+// throws alone, never for what the element holds.
 void ForEachAttribute(IXMLDOMNode* element, const TakeText& take);
 void ForEachChildText(IXMLDOMNode* element, const TakeText& take);
 

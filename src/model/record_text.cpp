@@ -1,7 +1,6 @@
 #include "model/record_text.h"
 
 #include <cstddef>
-#include <exception>
 
 #include "plugin/number_text.h"
 
@@ -37,14 +36,8 @@ void TakeCommonChild(RecordText& record, std::wstring_view upperName, std::wstri
 }
 
 void FillWithOnes(RecordText& record) {
-    if (!record.rawValue.empty() || record.length <= 0) return;
-    const std::int64_t characters = std::int64_t{2} * record.length;
-    if (characters > kMaxTextCharacters) return;
-    try {
-        record.rawValue.assign(static_cast<std::size_t>(characters), L'F');
-    } catch (const std::exception&) {
-        record.rawValue.clear();
-    }
+    if (!record.rawValue.empty() || record.length <= 0 || record.length > kMostDefaultBytes) return;
+    record.rawValue.assign(std::size_t{2} * static_cast<std::size_t>(record.length), L'F');
 }
 
 }  // namespace

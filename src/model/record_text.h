@@ -6,8 +6,8 @@
 
 namespace quillon {
 
-// The longest text that the automation interfaces of a record can hand out, in characters.
-inline constexpr std::int64_t kMaxTextCharacters = 0x3FFFFFFF;
+// The longest value that is made up where a file has none, in bytes. A device has room for 64 KB.
+inline constexpr std::int32_t kMostDefaultBytes = 1 << 20;
 
 // Values of RecordText::direction.
 inline constexpr std::int32_t kDirectionInput = 0;
@@ -43,8 +43,8 @@ void TakeConfigurationPropertyChild(RecordText& record, std::wstring_view localN
                                     std::wstring_view text);
 
 // Gives a record without a raw value the default of all ones: "FF" for each byte of its length. A
-// network variable gets it only when it is a configuration one (isNC). A text that would be longer
-// than kMaxTextCharacters, or that memory cannot hold, stays empty.
+// network variable gets it only when it is a configuration one (isNC). Above kMostDefaultBytes it
+// stays empty.
 void CompleteNetworkVariable(RecordText& record);
 void CompleteConfigurationProperty(RecordText& record);
 

@@ -17,14 +17,19 @@ CDevice::CDevice() {
         ReadIniValue(Process().settingsPath, L"Settings", L"HideAppDownload"));
 }
 
+void CDevice::AskForSignOfLife() {
+    com::Quietly([&] {
+        VARIANT_BOOL hidden = VARIANT_FALSE;
+        com::Check(moDevice->get_FocusHidden(&hidden));
+    });
+}
+
 com::Ptr<IFile> CDevice::FindDeviceFile(std::wstring_view code) {
     return com::Quietly([&]() -> com::Ptr<IFile> {
         com::Ptr<IFiles> files;
         com::Check(moDevice->get_Files(files.Out()));
         if (!files) {
-            // The host is asked although its answer is of no use: it counts as a sign of life.
-            VARIANT_BOOL hidden = VARIANT_FALSE;
-            moDevice->get_FocusHidden(&hidden);
+            AskForSignOfLife();
             return nullptr;
         }
         const std::int32_t target = FileCode(code);
@@ -34,7 +39,7 @@ com::Ptr<IFile> CDevice::FindDeviceFile(std::wstring_view code) {
             ui::PumpMessages();
             com::Ptr<IFile> entry;
             com::Check(files->get_Item(place, entry.Out()));
-            if (!entry) continue;
+            if (!entry) return nullptr;
             long identifier = 0;
             com::Check(entry->get_Identifier(&identifier));
             if (identifier == target) return entry;
@@ -49,15 +54,19 @@ void CDevice::SetSettingsPath() {
     if (!Process().settingsPath.empty()) return;
     com::Bstr programId;
     com::Check(moDevice->get_ProgramId(programId.Out()));
+    // The host may have handled messages, and another device have set it.
+    if (!Process().settingsPath.empty()) return;
     if (const auto name = SettingsFileName(programId.View()))
         Process().settingsPath = com::ModuleFolder() + L"\\" + *name;
 }
 
 std::wstring CDevice::ReadSetting(const wchar_t* key) {
-    return com::Quietly([&] {
-        SetSettingsPath();
-        return ReadIniValue(Process().settingsPath, L"Settings", key);
-    });
+    return com::Quietly([&] { return RequireSetting(key); });
+}
+
+std::wstring CDevice::RequireSetting(const wchar_t* key) {
+    SetSettingsPath();
+    return ReadIniValue(Process().settingsPath, L"Settings", key);
 }
 
 void CDevice::RefreshApplicationDownloadAvailable(const std::wstring& hideAppDownload) {

@@ -92,7 +92,7 @@ public:
     std::int32_t IDevice_ApplicationDownload(const std::wstring& fileName, bool keepConfiguration,
                                              std::int32_t options);
     // Opens the device's window, or brings it up; see window/ShowFocus.cpp. A failure part-way
-    // leaves what was already made. Ends quietly.
+    // leaves what is already shown. Ends quietly.
     void IDeviceEx_ShowFocus(IDispatch* owner, std::int32_t pollingRate);
     // Closes every window whose tag begins with the Neuron ID, by its first 12 characters. Ends
     // quietly.
@@ -131,6 +131,9 @@ public:
     // Reads its settings key and answers true in every case.
     bool CheckObjectsInFW();
 
+    // The host is asked although its answer is of no use: it counts as a sign of life. Ends
+    // quietly.
+    void AskForSignOfLife();
     // The entry of moDevice.Files whose identifier is the value of the four-digit code; empty when
     // there is none. Handles window messages before each entry. Never throws.
     com::Ptr<IFile> FindDeviceFile(std::wstring_view code);
@@ -138,6 +141,9 @@ public:
     // A key of section "Settings" of the per-program settings file, whose path it sets on first
     // need. Ends quietly with an empty text.
     std::wstring ReadSetting(const wchar_t* key);
+    // The same where an empty text would mislead: throws com::Error when the host does not tell
+    // which program the settings are for.
+    std::wstring RequireSetting(const wchar_t* key);
 
     // Raises the event of the same name.
     void RaiseChangedApplication();

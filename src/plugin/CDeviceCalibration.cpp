@@ -2,6 +2,7 @@
 #include "plugin/CDevice.h"
 #include "plugin/MMain.h"
 #include "plugin/calibration_file.h"
+#include "plugin/factory_data.h"
 #include "ui/message_box.h"
 #include "ui/pump.h"
 
@@ -15,6 +16,13 @@ const wchar_t* const kCalibrationKey = L"Calibration";
 bool SameDigits(const std::wstring& one, const std::wstring& other) {
     return CompareStringOrdinal(one.c_str(), static_cast<int>(one.size()), other.c_str(),
                                 static_cast<int>(other.size()), TRUE) == CSTR_EQUAL;
+}
+
+// The factory data of an entry as a file holds it, which is all that loading takes: an entry may be
+// longer. Empty when the entry does not begin with factory data.
+std::wstring FactoryDigits(const std::wstring& entryText) {
+    const std::wstring digits = entryText.substr(0, 2 * FactoryData().bytes.size());
+    return IsFactoryText(digits) ? digits : std::wstring();
 }
 
 std::wstring NeuronIdOf(IDevice& device) {
@@ -39,21 +47,22 @@ void ShowMissingCalibrations() {
                     L"Missing calibrations");
 }
 
-// An entry that cannot be read is asked for again as an empty one is: what was read of it before
-// must not be saved as what it holds now.
+// An entry that cannot be read, or is no factory data, is asked for again as an empty one is: what
+// was read of it before must not be saved as what it holds now, nor replace a good calibration by
+// what cannot be loaded.
 void CDevice::IDeviceEx_SaveCalibration(const std::wstring& fileName) {
     com::Quietly([&] {
         VARIANT_BOOL granted = VARIANT_FALSE;
         com::Check(moDevice->Focus(nullptr, &granted));
         if (granted == VARIANT_FALSE) return;
-        while (!ReadFactoryData() || m_factoryText.empty()) {
+        // The text as just read: asking the host may let others read into it.
+        std::wstring text;
+        while (!ReadFactoryData() || (text = FactoryDigits(m_factoryText)).empty()) {
             const int answer = ui::ShowMessage(L"The operation was not successfull.",
                                                MB_RETRYCANCEL | MB_ICONINFORMATION, L"Warining");
             if (answer != IDRETRY) return;
             ui::PumpMessages();
         }
-        // The text as just read: asking the host may let others read into it.
-        const std::wstring text = m_factoryText;
         WriteCalibrationFile(fileName, NeuronIdOf(*moDevice), text);
     });
 }
@@ -73,7 +82,7 @@ bool CDevice::IDeviceEx_LoadCalibration(const std::wstring& fileName) {
                                  com::Check(entry->put_ValueText(com::Bstr(text).Get()));
                                  return true;
                              });
-        return ReadFactoryData() && written && SameDigits(m_factoryText, text);
+        return ReadFactoryData() && written && SameDigits(FactoryDigits(m_factoryText), text);
     });
 }
 

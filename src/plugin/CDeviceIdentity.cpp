@@ -11,10 +11,13 @@ namespace {
 
 constexpr std::int32_t kNoneConfigured = -1;
 
-// The item of a collection under a key; empty when there is none.
-com::Ptr<IDispatch> ItemQuietly(IDispatch* points, const std::wstring& key) {
-    return com::Quietly(
-        [&] { return com::Get(points, host::points::kItem, {com::Variant(key)}).AsObject(); });
+// The configuration property under a key; empty when there is none.
+com::Ptr<IDispatch> ConfigProperty(IDevice& device, const std::wstring& key) {
+    return com::Quietly([&] {
+        com::Ptr<IDispatch> points;
+        com::Check(device.get_ConfigProperties(points.Out()));
+        return com::Get(points.Get(), host::points::kItem, {com::Variant(key)}).AsObject();
+    });
 }
 
 // The first byte of an array of bytes; 0 when it is none or empty.
@@ -56,8 +59,11 @@ std::wstring CDevice::IDeviceEx_VantorOSVersion() {
 std::uint8_t CDevice::IDeviceEx_VantorAppStatus() {
     com::Quietly([&] { SetSettingsPath(); });
     if (const com::Ptr<IFile> entry = FindDeviceFile(L"FFFD")) {
-        long address = 0;
-        if (SUCCEEDED(entry->get_Address(&address))) m_statusAddress = address;
+        com::Quietly([&] {
+            long address = 0;
+            com::Check(entry->get_Address(&address));
+            m_statusAddress = address;
+        });
     }
     if (m_statusAddress == 0) return 0;
     return com::Quietly([&]() -> std::uint8_t {
@@ -81,15 +87,12 @@ std::wstring CDevice::IDeviceEx_ApplicationCode() {
         else
             com::Quietly([&] { SetSettingsPath(); });
         if (m_applicationCodeIndex < 1) return {};
-        com::Ptr<IDispatch> points;
-        com::Check(moDevice->get_ConfigProperties(points.Out()));
         const std::wstring key = DecimalText(m_applicationCodeIndex);
-        com::Ptr<IDispatch> property = ItemQuietly(points.Get(), key);
+        com::Ptr<IDispatch> property = ConfigProperty(*moDevice, key);
         if (!property) {
             // The host may need a first question before it knows its properties.
-            VARIANT_BOOL hidden = VARIANT_FALSE;
-            moDevice->get_FocusHidden(&hidden);
-            property = ItemQuietly(points.Get(), key);
+            AskForSignOfLife();
+            property = ConfigProperty(*moDevice, key);
         }
         return com::Get(property.Get(), host::point::kValue).AsText();
     });

@@ -15,9 +15,9 @@ HRESULT AnswerEmpty(BSTR* text) {
 // succeeds.
 template <class F>
 HRESULT Status(long* status, F&& member) {
+    if (!status) return E_POINTER;
     const HRESULT result = com::Gate(member);
     SetErrorInfo(0, nullptr);
-    if (!status) return E_POINTER;
     *status = FAILED(result) ? result : 0;
     return S_OK;
 }
@@ -129,6 +129,7 @@ STDMETHODIMP CDevice::DisplayExport(BSTR, VARIANT_BOOL* done) {
     return com::Gate(done, [] { return false; });
 }
 STDMETHODIMP CDevice::get_ApplDownloadAvailable(VARIANT_BOOL* available) {
+    const auto hold = Hold();
     return com::Gate(available, [&] { return IDeviceEx_ApplDownloadAvailable(); });
 }
 STDMETHODIMP CDevice::get_ApplFileExtension(BSTR* extension) {

@@ -60,11 +60,16 @@ std::wstring ReadValue(HKEY root, std::wstring_view path, std::wstring_view name
     return read == ERROR_SUCCESS ? Widen(TextOfValue(type, bytes, size)) : std::wstring();
 }
 
+// Of a path that the system takes up to its first NUL.
+bool MeansRoot(const std::string& path) {
+    return path.c_str()[0] == '\0';
+}
+
 void WriteValue(HKEY root, std::wstring_view path, std::wstring_view name,
                 std::wstring_view value) {
     OpenKey key;
-    // An empty path would be the root itself.
-    if (path.empty() || RegCreateKeyA(root, Narrow(path).c_str(), key.Out()) != ERROR_SUCCESS)
+    const std::string keyPath = Narrow(path);
+    if (MeansRoot(keyPath) || RegCreateKeyA(root, keyPath.c_str(), key.Out()) != ERROR_SUCCESS)
         return;
     const std::string text = Narrow(value);
     RegSetValueExA(key.Get(), Narrow(name).c_str(), 0, REG_SZ,
@@ -146,9 +151,9 @@ STDMETHODIMP CRegistry::put_MachineSetting(BSTR path, BSTR name, BSTR value) {
 
 STDMETHODIMP CRegistry::DeleteMachineSetting(BSTR path, VARIANT_BOOL* deleted) {
     return com::Gate(deleted, [&] {
-        // An empty path would be the root itself.
-        return !com::View(path).empty() &&
-               RegDeleteKeyA(HKEY_LOCAL_MACHINE, Narrow(com::View(path)).c_str()) == ERROR_SUCCESS;
+        const std::string keyPath = Narrow(com::View(path));
+        return !MeansRoot(keyPath) &&
+               RegDeleteKeyA(HKEY_LOCAL_MACHINE, keyPath.c_str()) == ERROR_SUCCESS;
     });
 }
 

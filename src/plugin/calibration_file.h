@@ -1,5 +1,5 @@
 // Calibration files (.tca): one section for each device, named by its Neuron ID, whose key
-// "Calibration" holds its factory data in hexadecimal.
+// "Calibration" holds its factory data, 18 hexadecimal digits.
 #pragma once
 
 #include <string>

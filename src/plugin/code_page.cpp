@@ -2,25 +2,54 @@
 
 #include <windows.h>
 
+#include "com/error.h"
+
 namespace quillon {
 
-std::string Narrow(std::wstring_view text, bool* lossy) {
+namespace {
+
+constexpr UINT kGb18030 = 54936;
+
+// The system refuses every flag for a code page that has all characters.
+bool HasEveryCharacter(UINT codePage) {
+    return codePage == CP_UTF8 || codePage == kGb18030;
+}
+
+UINT Known(unsigned codePage) {
+    return codePage ? codePage : GetACP();
+}
+
+// A conversion's length, 0 being a failure unless there is nothing to convert.
+std::size_t Length(int length, bool ofNothing) {
+    if (length == 0 && !ofNothing) throw com::Error(HRESULT_FROM_WIN32(GetLastError()));
+    return static_cast<std::size_t>(length);
+}
+
+}  // namespace
+
+std::string Narrow(std::wstring_view text, bool* lossy, unsigned codePage) {
+    const UINT page = Known(codePage);
+    const bool whole = HasEveryCharacter(page);
+    const DWORD flags = whole ? 0 : WC_NO_BEST_FIT_CHARS;
     const int wide = static_cast<int>(text.size());
     BOOL replaced = FALSE;
-    const int length = WideCharToMultiByte(CP_ACP, WC_NO_BEST_FIT_CHARS, text.data(), wide, nullptr,
-                                           0, nullptr, nullptr);
-    std::string narrow(static_cast<std::size_t>(length), '\0');
-    WideCharToMultiByte(CP_ACP, WC_NO_BEST_FIT_CHARS, text.data(), wide, narrow.data(), length,
-                        nullptr, &replaced);
-    if (lossy) *lossy = replaced != FALSE;
+    std::string narrow(
+        Length(WideCharToMultiByte(page, flags, text.data(), wide, nullptr, 0, nullptr, nullptr),
+               text.empty()),
+        '\0');
+    WideCharToMultiByte(page, flags, text.data(), wide, narrow.data(),
+                        static_cast<int>(narrow.size()), nullptr, whole ? nullptr : &replaced);
+    // Half a surrogate pair is no character.
+    if (lossy) *lossy = replaced || (whole && Widen(narrow, page) != text);
     return narrow;
 }
 
-std::wstring Widen(std::string_view text) {
+std::wstring Widen(std::string_view text, unsigned codePage) {
+    const UINT page = Known(codePage);
     const int narrow = static_cast<int>(text.size());
-    const int length = MultiByteToWideChar(CP_ACP, 0, text.data(), narrow, nullptr, 0);
-    std::wstring wide(static_cast<std::size_t>(length), L'\0');
-    MultiByteToWideChar(CP_ACP, 0, text.data(), narrow, wide.data(), length);
+    std::wstring wide(
+        Length(MultiByteToWideChar(page, 0, text.data(), narrow, nullptr, 0), text.empty()), L'\0');
+    MultiByteToWideChar(page, 0, text.data(), narrow, wide.data(), static_cast<int>(wide.size()));
     return wide;
 }
 

@@ -1,5 +1,6 @@
 #include "plugin/number_text.h"
 
+#include <algorithm>
 #include <charconv>
 #include <cmath>
 #include <cstddef>
@@ -11,6 +12,8 @@ namespace {
 
 constexpr std::size_t kMaxHexDigits = 8;
 constexpr std::size_t kMaxShortHexDigits = 4;
+// Beyond what digits and point of any text can make up for.
+constexpr std::int64_t kMostExponent = 1'000'000'000'000;
 
 bool IsBlank(wchar_t character) {
     return character == L' ' || character == L'\t';
@@ -25,12 +28,19 @@ std::wstring_view WithoutLeadingBlanks(std::wstring_view text) {
     return text;
 }
 
+std::wstring_view WithoutBlanksAround(std::wstring_view text) {
+    text = WithoutLeadingBlanks(text);
+    while (!text.empty() && IsBlank(text.back())) text.remove_suffix(1);
+    return text;
+}
+
 // A decimal number at the front of a text.
 struct Decimal {
     std::string magnitude;  // digits and at most one "."
     bool negative = false;
     bool hasDigits = false;
-    std::size_t length = 0;  // characters taken, the sign included
+    std::int64_t exponent = 0;
+    std::size_t length = 0;  // characters taken, sign and exponent included
 };
 
 Decimal TakeDecimal(std::wstring_view text) {
@@ -54,17 +64,43 @@ Decimal TakeDecimal(std::wstring_view text) {
     return found;
 }
 
+// The same with the exponent behind it, if that has digits.
+Decimal TakeScientific(std::wstring_view text) {
+    Decimal found = TakeDecimal(text);
+    std::size_t place = found.length;
+    const auto is = [&](wchar_t one, wchar_t other) {
+        return place < text.size() && (text[place] == one || text[place] == other);
+    };
+    if (!found.hasDigits || !is(L'e', L'E')) return found;
+    ++place;
+    const bool negative = is(L'-', L'-');
+    if (is(L'-', L'+')) ++place;
+    std::int64_t exponent = 0;
+    for (; place < text.size() && IsDigit(text[place]); ++place) {
+        exponent = std::min(exponent * 10 + (text[place] - L'0'), kMostExponent);
+        found.length = place + 1;
+    }
+    found.exponent = negative ? -exponent : exponent;
+    return found;
+}
+
+// Whether a number is 1 or more, by its first digit that is not 0.
+bool HasWholePart(const Decimal& decimal, std::size_t firstDigit) {
+    const std::size_t point = std::min(decimal.magnitude.find('.'), decimal.magnitude.size());
+    const auto places = static_cast<std::int64_t>(point) - static_cast<std::int64_t>(firstDigit);
+    return decimal.exponent + (places > 0 ? places - 1 : places) >= 0;
+}
+
 double ToNumber(const Decimal& decimal) {
-    if (!decimal.hasDigits) return 0;
-    const std::string& digits = decimal.magnitude;
+    const std::size_t firstDigit = decimal.magnitude.find_first_not_of("0.");
+    if (firstDigit == std::string::npos) return 0;
+    std::string digits = decimal.magnitude;
+    if (decimal.exponent != 0) digits += 'e' + std::to_string(decimal.exponent);
     double number = 0;
-    const auto converted = std::from_chars(digits.data(), digits.data() + digits.size(), number,
-                                           std::chars_format::fixed);
+    const auto converted = std::from_chars(digits.data(), digits.data() + digits.size(), number);
     if (converted.ec == std::errc::result_out_of_range) {
         // The conversion also calls a fraction too small to tell from 0 out of range.
-        if (digits.substr(0, digits.find('.')).find_first_not_of('0') != std::string::npos) {
-            throw NumberError("number out of range");
-        }
+        if (HasWholePart(decimal, firstDigit)) throw NumberError("number out of range");
         number = 0;
     }
     return decimal.negative ? -number : number;
@@ -95,13 +131,24 @@ double LenientNumber(std::wstring_view text) {
     return ToNumber(TakeDecimal(text));
 }
 
+double LenientScientific(std::wstring_view text) {
+    text = WithoutLeadingBlanks(text);
+    if (StartsHexNumber(text)) return SignedHexNumber(text.substr(2));
+    return ToNumber(TakeScientific(text));
+}
+
+bool IsScientific(std::wstring_view text) {
+    text = WithoutBlanksAround(text);
+    const Decimal decimal = TakeScientific(text);
+    return decimal.hasDigits && decimal.length == text.size();
+}
+
 std::int32_t LenientWhole(std::wstring_view text) {
     return RoundHalfEven(LenientNumber(text));
 }
 
 double StrictNumber(std::wstring_view text) {
-    text = WithoutLeadingBlanks(text);
-    while (!text.empty() && IsBlank(text.back())) text.remove_suffix(1);
+    text = WithoutBlanksAround(text);
     const Decimal decimal = TakeDecimal(text);
     if (!decimal.hasDigits || decimal.length != text.size()) throw NumberError("not a number");
     return ToNumber(decimal);

@@ -22,6 +22,14 @@ struct NumberError : std::runtime_error {
 // Throws NumberError for more than eight hexadecimal digits and for numbers beyond double's range.
 double LenientNumber(std::wstring_view text);
 
+// The lenient numeric value with the exponent that may follow the digits: "e" or "E", an optional
+// sign, digits. "5e-06" is 0.000005; an "e" without digits behind it is ignored like any other
+// text.
+double LenientScientific(std::wstring_view text);
+// Whether the whole text is a decimal number with or without exponent, blanks allowed around, in
+// range or not.
+bool IsScientific(std::wstring_view text);
+
 // The lenient numeric value as the nearest whole number, halves to the even neighbour.
 // Throws NumberError when that is no 32-bit number.
 std::int32_t LenientWhole(std::wstring_view text);

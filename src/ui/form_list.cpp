@@ -39,7 +39,8 @@ void Form::Unload() {
 std::shared_ptr<Form> FindForm(const std::function<bool(const Form&)>& matches) {
     for (const std::shared_ptr<Form>& form : OpenForms()) {
         PumpMessages();
-        if (form->IsOpen() && matches(*form)) return form;
+        // What compares may handle messages, too.
+        if (form->IsOpen() && matches(*form) && form->IsOpen()) return form;
     }
     return nullptr;
 }

@@ -124,6 +124,10 @@ void RowList::SelectAll() const {
     ListView_SetItemState(m_control, -1, LVIS_SELECTED, LVIS_SELECTED);
 }
 
+void RowList::SelectNone() const {
+    ListView_SetItemState(m_control, -1, 0, LVIS_SELECTED);
+}
+
 void RowList::FitColumns() const {
     RECT client{};
     GetClientRect(m_control, &client);

@@ -35,6 +35,7 @@ public:
     std::optional<std::size_t> PlaceOf(std::wstring_view key) const;
     // The selected row that has the focus, else the first selected one.
     std::optional<std::size_t> Selected() const;
+    void SelectNone() const;
 
     // Ctrl+C and Ctrl+A.
     void CopySelected() const;

@@ -1,6 +1,7 @@
 // CDevice: opening and closing the device's windows.
 #include "com/late.h"
 #include "editors/frmVantorSplash.h"
+#include "host_members.h"
 #include "plugin/CDevice.h"
 #include "window/frmVantor.h"
 
@@ -18,7 +19,8 @@ HWND WindowOf(IDispatch* owner) {
     if (const auto ole = com::Ptr<IDispatch>(owner).As<IOleWindow>())
         if (SUCCEEDED(ole->GetWindow(&window)) && IsWindow(window)) return window;
     window = com::Quietly([&] {
-        return reinterpret_cast<HWND>(static_cast<LONG_PTR>(com::Get(owner, L"hWnd").AsNumber()));
+        return reinterpret_cast<HWND>(
+            static_cast<LONG_PTR>(com::Get(owner, host::owner::kHWnd).AsNumber()));
     });
     return IsWindow(window) ? window : nullptr;
 }
@@ -65,14 +67,12 @@ void CDevice::IDeviceEx_ShowFocus(IDispatch* owner, std::int32_t pollingRate) {
         ReadFactoryData();
         auto form = ui::FindForm(
             [&](const ui::Form& one) { return one.Tag() == kWindowTag + NeuronIdOf(*moDevice); });
+        if (form) return form->Show(nullptr);
         const std::wstring neuronId = NeuronIdOf(*moDevice);
         // Messages were handled above, so another call may have made the window meanwhile. From
         // here to the tag none are.
-        if (!form) form = WindowWithTag(kWindowTag + neuronId);
-        if (form) {
-            form->Show(nullptr);
-            return;
-        }
+        form = WindowWithTag(kWindowTag + neuronId);
+        if (form) return form->Show(nullptr);
         const auto window = frmVantor::Create();
         if (window) OpenWindow(*window, owner, pollingRate, neuronId);
     });

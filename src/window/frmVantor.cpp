@@ -87,10 +87,12 @@ frmVantor::~frmVantor() {
 }
 
 bool frmVantor::OnInit() {
-    m_actions = {[this](int id, HWND) { OnPageCommand(id); }, [this](HWND list) { EditRow(list); },
+    m_actions = {[this](int id, HWND) { OnPageCommand(id); },
+                 [this](HWND list) { EditRow(list); },
                  [this](HWND list, POINT screen) { OnListMenu(list, screen); },
                  [this](HWND control) { return ListOf(control); },
-                 [this](int label) { PostEdit(label); }};
+                 [this](int label) { PostEdit(IDC_LBLNV_FIRST + label); },
+                 [this] { return KeepAlive(); }};
     m_caption = kDesignCaption;
     m_layout.Start(Handle());
     m_layout.Add(IDC_SSTAB1, ui::kFill);
@@ -156,6 +158,8 @@ void frmVantor::OnDestroyed() {
     m_events.Reset();
     m_listOf.clear();
     m_label.ClosePort();
+    // The flag that it has set would rest the other windows for good.
+    if (std::exchange(m_disabledByFreeze, false)) Process().freeze = false;
     ImageList_Destroy(m_ilSmall);
     for (HICON* icon : {&m_icon, &m_failureIcon, &m_ledOn, &m_ledOff})
         if (*icon) DestroyIcon(std::exchange(*icon, nullptr));
@@ -287,6 +291,7 @@ void frmVantor::ShowPage() {
     const HWND tabs = Item(IDC_SSTAB1);
     m_tab = TabAt(tabs, TabCtrl_GetCurSel(tabs));
     ArrangePages();
+    for (const auto& [control, list] : m_listOf) list->SelectNone();
     for (int tab = 0; tab < kTabCount; ++tab)
         ShowWindow(PageWindow(tab), tab == m_tab ? SW_SHOWNA : SW_HIDE);
     StartTimer(Timer::kTmrNvs, 0);
@@ -348,11 +353,9 @@ bool frmVantor::OnKey(const MSG& message) {
             return true;
         case VK_RETURN:
         case VK_F2:
-            // Enter never presses a button, not even the focused one: that could be Reset.
-            if (RowList* list = FocusedList())
-                m_actions.editRow(list->Control());
-            else
-                PostEditOfFocused();
+            // Enter never presses a button, not even the focused one: that could be Reset. Held
+            // down, it would open again what has just been closed.
+            if ((HIWORD(message.lParam) & KF_REPEAT) == 0) PostEditOfFocused();
             return true;
         case 'C':
         case 'A':

@@ -93,6 +93,8 @@ private:
     Page& PageAt(int tab) { return *m_pages[static_cast<std::size_t>(tab)]; }
     RowList* ListOf(HWND control);
     RowList* FocusedList();
+    // Loading, or in a command that works through the device's points: no dialog may hold that up.
+    bool IsAtWork() const { return m_loading || m_busy; }
 
     // Loading (frmVantorLoad.cpp)
     void LoadSteps();
@@ -114,6 +116,13 @@ private:
     bool ReadMainViewLabel(int index);
     void OnTmrNvs();
     void OnTmrHw();
+    struct Inputs {
+        std::int16_t count;
+        std::uint8_t bits;
+    };
+    // nullopt while timers rest, and when the device's image cannot be read. Throws com::Error.
+    std::optional<Inputs> ReadInputs();
+    void GreyInputs(bool greyed);
     void OnTmrAppStatus();
     void OnTimer1();
     void ShowInputs(const std::array<bool, 4>& states);
@@ -132,11 +141,14 @@ private:
 
     // Main-view values (frmVantorMainView.cpp)
     // Posted, so that no dialog runs inside the hook that a key comes from, or inside a page.
-    void PostEdit(int index) const;
-    void PostEditOfFocused() const;
+    // `command`: IDM_EDIT_VALUE for the focused list, or the number of a value's label.
+    void PostEdit(int command) const;
+    // The focused list's row, or the focused value.
+    void PostEditOfFocused();
     void EditMainViewValue(int index);
 
     // Commands (frmVantorCommands.cpp)
+    bool OnHelpCommand(int id);
     void OnPageCommand(int id);
     void OnListMenu(HWND list, POINT screen);
     void SaveCalibrationFile();
@@ -148,6 +160,7 @@ private:
     void UpdateWhenDue();
     void OnDeviceEvent(DeviceEvent event, std::wstring_view text);
     void RefreshPoint(std::wstring_view text);
+    void GreyLists();
     void RefreshRows(std::wstring_view text);
     LiveReading ReadPoint(std::wstring_view prefix, const std::wstring& key);
 
@@ -204,6 +217,7 @@ private:
     std::array<std::wstring, 6> m_mainViewTags;
     std::array<Staleness, MainViewCycle::kLabels> m_mainViewAge;
     std::vector<Staleness> m_monitorAge;
+    Staleness m_inputsAge;
     std::array<std::uint32_t, kTimers> m_intervals{};
     std::array<bool, kTimers> m_ticking{};
     LabelPrinting m_label{com::ModuleFolder()};
@@ -216,7 +230,8 @@ private:
     bool m_disabledByFreeze = false;
     bool m_pollFailed = false;
     bool m_busy = false;
-    // The lists may hold what the device had before: read them again once the window is at rest.
+    // The lists may hold what the device had before: read them again once the window is at rest
+    // and the device answers.
     bool m_updateDue = false;
     bool m_editing = false;
     bool m_loading = false;

@@ -68,10 +68,17 @@ void frmVantor::CalibrationStep(std::int16_t count, std::uint8_t inputs) {
 }
 
 // Ends silently, with both points kept, where there are no values or the device did not take them.
+// The instructions come back then: that the last point was taken would read as success of the
+// whole.
 void frmVantor::FinishCalibration() {
     const auto values = ComputeCalibration(Calibration());
     const com::Ptr<CDevice> device = m_object;
-    if (!values || !SaveCalibration(*values, *device)) return;
+    const bool calibrated =
+        values && com::Quietly([&] { return SaveCalibration(*values, *device); });
+    if (!calibrated) {
+        if (IsOpen()) PageAt(kTabCalibration).SetItemText(IDC_LBLISTRUZIONI, kInstructions);
+        return;
+    }
     ui::ShowMessage(kCalibrationDone, MB_OK | MB_ICONINFORMATION);
     Calibration() = CalibrationRecord();
     if (!IsOpen()) return;

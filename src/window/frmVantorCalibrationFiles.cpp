@@ -10,14 +10,17 @@ const ui::FileFilter kCalibrationFiles{L"CAL Files (*.tca)", L"*.tca"};
 
 }  // namespace
 
+// The device objects are those of the start: a window closed meanwhile has let go of its own.
 void frmVantor::SaveCalibrationFile() {
     RunBusy([&] {
+        const com::Ptr<IDevice> device = m_device;
+        const com::Ptr<IDeviceEx> deviceEx = m_deviceEx;
         com::Bstr neuronId;
-        com::Check(m_device->get_NeuronID(neuronId.Out()));
-        const com::Ptr<IDeviceEx> device = m_deviceEx;
+        com::Check(device->get_NeuronID(neuronId.Out()));
+        if (!IsOpen()) return;
         if (const auto file = ui::AskSaveFile(Handle(), L"Save calibration data to file...",
                                               kCalibrationFiles, neuronId.Text(), L"tca"))
-            com::Check(device->SaveCalibration(com::Bstr(*file).Get()));
+            com::Check(deviceEx->SaveCalibration(com::Bstr(*file).Get()));
     });
 }
 

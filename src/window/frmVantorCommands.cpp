@@ -40,7 +40,7 @@ void OpenHelpFile(HWND owner, const std::wstring& file) {
 
 bool frmVantor::OnCommand(int id, int, HWND control) {
     if (control) return false;
-    if (OnTransferCommand(id)) return true;
+    if (OnTransferCommand(id) || OnHelpCommand(id)) return true;
     if (id >= IDC_LBLNV_FIRST && id <= IDC_LBLNV_LAST) {
         EditMainViewValue(id - IDC_LBLNV_FIRST);
         return true;
@@ -54,15 +54,6 @@ bool frmVantor::OnCommand(int id, int, HWND control) {
             return true;
         case IDM_CALIBRATIONS_LOAD:
             LoadCalibrationFile();
-            return true;
-        case IDM_DOCUMENTATION:
-            OpenDocumentation();
-            return true;
-        case IDM_HELP_TOPICS:
-            OpenHelp();
-            return true;
-        case IDM_ABOUT:
-            frmVantorAbout().ShowModal(Handle());
             return true;
         case IDM_EDIT_VALUE:
             if (RowList* list = FocusedList()) EditRow(list->Control());
@@ -78,6 +69,17 @@ bool frmVantor::OnCommand(int id, int, HWND control) {
     }
 }
 
+// Not while a command works through its points: its loop would wait for the box.
+bool frmVantor::OnHelpCommand(int id) {
+    if (id != IDM_DOCUMENTATION && id != IDM_HELP_TOPICS && id != IDM_ABOUT) return false;
+    if (IsAtWork()) return true;
+    if (id == IDM_DOCUMENTATION) OpenDocumentation();
+    if (id == IDM_HELP_TOPICS) OpenHelp();
+    if (id == IDM_ABOUT) frmVantorAbout().ShowModal(Handle());
+    return true;
+}
+
+// The device is not reset in the middle of what is written to it.
 void frmVantor::OnPageCommand(int id) {
     if (id == IDC_NIMBRA_MODEL_LIST) return ChooseModel();
     if (id == IDC_NIMBRA_PRINTBUTTON) return PrintLabel();
@@ -86,7 +88,7 @@ void frmVantor::OnPageCommand(int id) {
     com::Quietly([&] {
         VARIANT_BOOL done = VARIANT_FALSE;
         const com::Ptr<IDevice> device = m_device;
-        if (!device) return;
+        if (!device || IsAtWork()) return;
         if (id == IDC_CMDWINK) com::Check(device->Wink());
         if (id == IDC_HW_RESET || id == IDC_MAIN_RESET) com::Check(device->Reset(&done));
     });
@@ -177,6 +179,7 @@ void frmVantor::OnDeviceEvent(DeviceEvent event, std::wstring_view text) {
             RefreshState();
             // The device has been heard of: polling tells whether it answers.
             if (m_disabledByFreeze) SetFreeze(false);
+            UpdateWhenDue();
             break;
         case DeviceEvent::kChangedName:
             RefreshName();
@@ -210,9 +213,12 @@ void frmVantor::RefreshPoint(std::wstring_view text) {
         refreshed = true;
     });
     if (!IsOpen()) return;
-    if (!refreshed)
-        for (const auto& [control, list] : m_listOf) list->SetAllStale();
+    if (!refreshed) GreyLists();
     ShowGeneralData();
+}
+
+void frmVantor::GreyLists() {
+    for (const auto& [control, list] : m_listOf) list->SetAllStale();
 }
 
 // The point that the host names, in every row that shows it. The main view has its next poll.

@@ -28,11 +28,12 @@ DataPoint EditablePoint(IDevice* device, const ListRow& row) {
 }  // namespace
 
 // Any failure of the host before an editor is there ends the command in silence. While the editor
-// is up the lists can be built anew, and the window can go.
+// is up the lists can be built anew, and the window can go. Not while a command works through its
+// points: its loop would wait for the editor.
 void frmVantor::EditRow(HWND control) {
     RowList* const list = ListOf(control);
     const auto place = list ? list->Selected() : std::nullopt;
-    if (!place || m_editing || !m_device) return;
+    if (!place || IsAtWork() || m_editing || !m_device) return;
     const auto self = KeepAlive();
     const com::Ptr<CDevice> hold = m_object;
     const ListRow row = list->Rows()[*place];

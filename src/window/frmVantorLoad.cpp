@@ -10,6 +10,7 @@
 #include "ui/pump.h"
 #include "window/frmVantor.h"
 #include "window/host_points.h"
+#include "window/mCalibra.h"
 #include "window/view_lists.h"
 
 namespace quillon {
@@ -17,13 +18,6 @@ namespace quillon {
 namespace {
 
 const wchar_t* const kLabelFileName = L"Selezionare modello Ostel New dalla lista";
-const wchar_t* const kInstructions =
-    L"Posizionare l'interruttore di calibrazione su una delle due posizioni (HIGH o LOW)\r\n"
-    L"Attendere di ottenere sul tester un valore stabile di tensione e trascrivere\r\n"
-    L"il valore letto nella casella 'Tensione rilevata', quindi premere il pulsante MODE "
-    L"dell'Nimbra"
-    L"\r\n"
-    L"N.B.: Trascrivere il valore di tensione inserendo il carattere '.' come separatore decimale!";
 
 const wchar_t* const kSettings = L"Settings";
 
@@ -225,8 +219,15 @@ void frmVantor::RefreshState() {
                  reinterpret_cast<LPARAM>(m_stateView.text.c_str()));
 }
 
+// A silent device would turn the lists into "?": they are read again when it answers. Its state is
+// the host's to know, and may say that polling can go on.
 void frmVantor::Update() {
-    if (m_loading || m_busy) return;
+    if (IsAtWork()) return;
+    if (m_disabledByFreeze) {
+        m_updateDue = true;
+        UpdateWhenDue();
+        return RefreshState();
+    }
     RunBusy([&] {
         ReadSourceList(kTabTest, IDC_LSTNVIS, L"TestNVIs", true);
         ReadSourceList(kTabTest, IDC_LSTNCIS, L"CommissioningNCIs", false);
@@ -240,7 +241,11 @@ void frmVantor::Update() {
 }
 
 void frmVantor::UpdateWhenDue() {
-    if (!m_loading && !m_busy && std::exchange(m_updateDue, false)) Update();
+    if (!m_updateDue || !IsOpen() || IsAtWork()) return;
+    // They may hold what the device had before.
+    if (m_disabledByFreeze) return GreyLists();
+    m_updateDue = false;
+    Update();
 }
 
 }  // namespace quillon

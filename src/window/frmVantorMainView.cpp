@@ -45,7 +45,7 @@ void ShowOptionEditor(const OptionEditorChoice& choice, const DataPoint& point, 
 // Not while a command works through its points: its loop would wait for the dialog. The window may
 // be closed while the dialog is up.
 void frmVantor::EditMainViewValue(int index) {
-    if (m_loading || m_busy || m_editing || index < 0 || index >= MainViewCycle::kLabels) return;
+    if (IsAtWork() || m_editing || index < 0 || index >= MainViewCycle::kLabels) return;
     const com::Ptr<CDevice> hold = m_object;
     bool shown = false;
     m_editing = true;
@@ -67,14 +67,17 @@ void frmVantor::EditMainViewValue(int index) {
         PageAt(kTabMain).SetGreyed(IDC_LBLNV_FIRST + index, true);
 }
 
-void frmVantor::PostEdit(int index) const {
-    PostMessageW(Handle(), WM_COMMAND, static_cast<WPARAM>(IDC_LBLNV_FIRST + index), 0);
+// Not while a command works, or the editor would come up behind it.
+void frmVantor::PostEdit(int command) const {
+    if (!IsAtWork()) PostMessageW(Handle(), WM_COMMAND, static_cast<WPARAM>(command), 0);
 }
 
-void frmVantor::PostEditOfFocused() const {
+void frmVantor::PostEditOfFocused() {
+    if (FocusedList()) return PostEdit(IDM_EDIT_VALUE);
     const HWND focus = GetFocus();
     for (int index = 0; focus && index < MainViewCycle::kLabels; ++index)
-        if (GetDlgItem(PageWindow(kTabMain), IDC_LBLNV_FIRST + index) == focus) PostEdit(index);
+        if (GetDlgItem(PageWindow(kTabMain), IDC_LBLNV_FIRST + index) == focus)
+            PostEdit(IDC_LBLNV_FIRST + index);
 }
 
 }  // namespace quillon

@@ -33,11 +33,11 @@ std::uint32_t frmVantor::Interval(Timer timer) const {
     return m_intervals[PlaceOf(static_cast<int>(timer))];
 }
 
-// A tick whose own handler is still at work further out is left out. A failing host call ends the
-// tick.
+// A tick whose own handler is still at work further out is left out, and so is one while the window
+// loads, for it does not know yet what to read. A failing host call ends the tick.
 void frmVantor::Tick(Timer timer) {
     const std::size_t place = PlaceOf(static_cast<int>(timer));
-    if (place >= kTimers || m_ticking[place] || !m_device) return;
+    if (place >= kTimers || m_ticking[place] || m_loading || !m_device) return;
     m_ticking[place] = true;
     const com::Ptr<CDevice> hold = m_object;
     com::Quietly([&] {
@@ -60,6 +60,8 @@ void frmVantor::Tick(Timer timer) {
         }
     });
     m_ticking[place] = false;
+    // The tick may have thawed the window.
+    UpdateWhenDue();
 }
 
 com::Ptr<IDispatch> frmVantor::NetworkVariables() {
@@ -80,7 +82,7 @@ void frmVantor::OnTmrPolling() {
 bool frmVantor::ReadMainViewLabel(int index) {
     const auto place = static_cast<std::size_t>(index);
     const auto number = EntryNumber(m_mainViewTags[place]);
-    if (!number) return false;
+    if (!number) throw com::Error(DISP_E_OVERFLOW);
     const com::Ptr<IDispatch> point =
         FindPoint(NetworkVariables().Get(), com::Variant(std::to_wstring(*number)));
     const LiveReading reading = ReadLivePoint(point.Get(), [&] { Thaw(); });
@@ -96,9 +98,10 @@ bool frmVantor::ReadMainViewLabel(int index) {
 }
 
 // Values grow old only while the device does not answer; those of the main view also while reading
-// one of them fails, for the others wait behind it.
+// one of them fails, for the others wait behind it. The flag alone does not tell: another window's
+// device, which answers, clears it.
 void frmVantor::CountStaleness() {
-    const bool silent = Process().freeze;
+    const bool silent = Process().freeze || m_disabledByFreeze;
     for (std::size_t i = 0; i < m_mainViewAge.size(); ++i)
         if (m_mainViewAge[i].Pass(silent || m_pollFailed))
             PageAt(kTabMain).SetGreyed(IDC_LBLNV_FIRST + static_cast<int>(i), true);
@@ -131,17 +134,34 @@ void frmVantor::OnTmrNvs() {
 }
 
 void frmVantor::OnTmrHw() {
-    if (Process().freeze) return;
+    const auto inputs = com::Quietly([&] { return ReadInputs(); });
+    if (!IsOpen()) return;
+    if (!inputs) {
+        if (m_inputsAge.Pass(true)) GreyInputs(true);
+        return;
+    }
+    if (m_inputsAge.Read()) GreyInputs(false);
+    PageAt(kTabCalibration).SetItemText(IDC_LBLCOUNTS, std::to_wstring(inputs->count));
+    ShowInputs(DigitalInputs(inputs->bits));
+    if (m_tab == kTabCalibration) CalibrationStep(inputs->count, inputs->bits);
+}
+
+std::optional<frmVantor::Inputs> frmVantor::ReadInputs() {
+    if (Process().freeze) return std::nullopt;
     short analog[4] = {};
     unsigned char inputs = 0;
     unsigned char unused = 0;
     long status = 0;
     com::Check(m_deviceEx->ReadInputs(&analog[0], &analog[1], &analog[2], &analog[3], &inputs,
                                       &unused, &status));
-    if (!IsOpen() || status != 0) return;
-    PageAt(kTabCalibration).SetItemText(IDC_LBLCOUNTS, std::to_wstring(analog[0]));
-    ShowInputs(DigitalInputs(inputs));
-    if (m_tab == kTabCalibration) CalibrationStep(analog[0], inputs);
+    if (status != 0) return std::nullopt;
+    return Inputs{analog[0], inputs};
+}
+
+void frmVantor::GreyInputs(bool greyed) {
+    PageAt(kTabCalibration).SetGreyed(IDC_LBLCOUNTS, greyed);
+    for (int id = IDC_LEDTEXT_FIRST; id <= IDC_LEDTEXT_LAST; ++id)
+        PageAt(kTabHw).SetGreyed(id, greyed);
 }
 
 void frmVantor::ShowInputs(const std::array<bool, 4>& states) {

@@ -63,14 +63,16 @@ std::wstring frmVantor::DisplayName() const {
 }
 
 // Asks for the file to write, then lets the call do so. The device objects are those of the start:
-// a window closed meanwhile has let go of its own.
+// a window closed meanwhile has let go of its own. A window closed by then asks for nothing.
 template <class Call>
 void frmVantor::SaveToFile(const wchar_t* title, const ui::FileFilter& filter,
                            const wchar_t* extension, Call call) {
     RunBusy([&] {
         const com::Ptr<IDevice> device = m_device;
         const com::Ptr<IDeviceEx> deviceEx = m_deviceEx;
-        const auto file = ui::AskSaveFile(Handle(), title, filter, DisplayName(), extension);
+        const std::wstring name = DisplayName();
+        if (!IsOpen()) return;
+        const auto file = ui::AskSaveFile(Handle(), title, filter, name, extension);
         if (!file) return;
         const ui::WaitCursor wait;
         com::Bstr path(*file);

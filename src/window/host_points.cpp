@@ -9,8 +9,10 @@ namespace quillon {
 
 namespace {
 
+// Null is an empty text.
 std::wstring TextOf(IDispatch* object, const wchar_t* member) {
-    return com::Get(object, member).AsText();
+    const com::Variant value = com::Get(object, member);
+    return value.vt == VT_NULL ? std::wstring() : value.AsText();
 }
 
 }  // namespace

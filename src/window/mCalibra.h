@@ -13,6 +13,13 @@
 namespace quillon {
 
 // What the operator is told.
+inline constexpr const wchar_t* kInstructions =
+    L"Posizionare l'interruttore di calibrazione su una delle due posizioni (HIGH o LOW)\r\n"
+    L"Attendere di ottenere sul tester un valore stabile di tensione e trascrivere\r\n"
+    L"il valore letto nella casella 'Tensione rilevata', quindi premere il pulsante MODE "
+    L"dell'Nimbra"
+    L"\r\n"
+    L"N.B.: Trascrivere il valore di tensione inserendo il carattere '.' come separatore decimale!";
 inline constexpr const wchar_t* kVoltageNotValid = L"Il valore di tensione non e' valido!";
 inline constexpr const wchar_t* kVoltageNotValidTitle = L"Attenzione!!";
 inline constexpr const wchar_t* kLowTaken =

@@ -3,6 +3,7 @@
 #pragma once
 
 #include <functional>
+#include <memory>
 #include <string>
 #include <vector>
 
@@ -20,6 +21,7 @@ struct PageActions {
     std::function<void(HWND list, POINT screen)> listMenu;  // right button or menu key
     std::function<RowList*(HWND control)> listOf;           // the list behind a control
     std::function<void(int label)> editLabel;               // double click on a lblNV
+    std::function<std::shared_ptr<void>()> keepAlive;       // held while a page handles a message
 };
 
 // A page made of one dialog resource; its controls follow its edges as given.
@@ -43,6 +45,8 @@ protected:
     bool OnInit() override;
     std::optional<INT_PTR> OnMessage(UINT message, WPARAM wParam, LPARAM lParam) override;
     bool OnCommand(int id, int code, HWND control) override;
+    // A page is the frame's: what it handles may close the frame and let go of it.
+    std::shared_ptr<void> KeepAlive() override { return m_actions.keepAlive(); }
 
 private:
     std::optional<INT_PTR> OnNotify(const NMHDR& header, LPARAM lParam);

@@ -93,6 +93,19 @@ TEST_F(ReentryTest, LoadStartedAgainFromWithinReadsNoRecordTwice) {
     EXPECT_EQ(Text(&_CProfile::get_CPValues), L"01");
 }
 
+TEST_F(ReentryTest, LoadStartedAgainWithoutADeviceLeavesTheFirstItsOwn) {
+    bool again = false;
+    const TestWindow window([&](UINT) {
+        if (std::exchange(again, true)) return;
+        boxes().Answer(IDOK);
+        EXPECT_FALSE(profile->FriendSet(folder / L"none.app", nullptr));
+    });
+    window.Post();
+    EXPECT_TRUE(LoadBare());
+    EXPECT_TRUE(again);
+    EXPECT_EQ(NVs() + CPs(), L"a b c d ");
+}
+
 TEST_F(ReentryTest, LoadOfAnotherProfileFromWithinDisturbsNeither) {
     const Ptr<CProfile> other = com::Make<CProfile>();
     const TestWindow window([&](UINT) { EXPECT_TRUE(other->FriendSet(file, device.Get())); });

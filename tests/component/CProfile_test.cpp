@@ -9,6 +9,8 @@ namespace {
 using com::Ptr;
 using test::FileText;
 
+constexpr const char* kTwoLists = "<NVs><a/></NVs><CPs><b/></CPs>";
+
 class CProfileTest : public test::ProfileTest {};
 
 // As this system writes it.
@@ -254,6 +256,30 @@ TEST_F(CProfileTest, FailingCatalogueEndsItsListSilentlyAndTheLoadSucceeds) {
     EXPECT_EQ(NVs(), L"nviSpaceTemp nciSetpoint ");
     EXPECT_EQ(CPs(), L"none");
     EXPECT_EQ(Text(&_CProfile::get_CPValues), L"");
+}
+
+TEST_F(CProfileTest, ListsOfALoadThatLackedMemoryAreReadAgain) {
+    const std::wstring file = folder.Write(L"a.app", test::FileText({.lists = kTwoLists}));
+    device->shortAt = 2;
+    EXPECT_THROW(profile->FriendSet(file, device.Get()), std::bad_alloc);
+    EXPECT_EQ(NVs() + CPs(), L"nonenone") << "they may lack something";
+    EXPECT_TRUE(profile->FriendSet(file, device.Get()));
+    EXPECT_EQ(NVs() + CPs(), L"a b ");
+}
+
+TEST_F(CProfileTest, ListsOfAnEarlierLoadStayWhenALaterOneLacksMemory) {
+    const std::wstring file = folder.Write(L"a.app", test::FileText({.lists = kTwoLists}));
+    EXPECT_TRUE(profile->FriendSet(file, device.Get()));
+    device->shortAt = 3;
+    EXPECT_THROW(profile->FriendSet(file, device.Get()), std::bad_alloc);
+    EXPECT_EQ(NVs() + CPs(), L"a b ");
+}
+
+TEST_F(CProfileTest, WhiteSpaceBetweenPointsMakesNoRecords) {
+    Load(test::FileParts{.lists = "<NVs>\r\n  <a/>\r\n  <b/>\r\n</NVs>\n<CPs>\n<c>\n"
+                                  "<RawValue>01</RawValue>\n</c>\n</CPs>"});
+    EXPECT_EQ(NVs() + CPs(), L"a b c ");
+    EXPECT_EQ(Text(&_CProfile::get_CPValues), L"01");
 }
 
 TEST_F(CProfileTest, WithoutADeviceTheTextsAreReadAndTheListsAreNot) {

@@ -206,6 +206,11 @@ TEST_F(RegistryTest, EmptyPathNeverDeletesOrWrites) {
     EXPECT_FALSE(Delete(Bstr(std::wstring(1, L'\0')).Get()));
     EXPECT_TRUE(HasKey(L"SOFTWARE"));
     PutMachine(L"", L"QuillonTestStray", L"x");
+    const Bstr nameless(std::wstring(1, L'\0') + L"x");
+    EXPECT_EQ(
+        registry->put_MachineSetting(nameless.Get(), Bstr(L"QuillonTestStray").Get(), nullptr),
+        S_OK);
+    EXPECT_FALSE(Delete(nameless.Get()));
     EXPECT_EQ(RegGetValueW(HKEY_LOCAL_MACHINE, nullptr, L"QuillonTestStray", RRF_RT_ANY, nullptr,
                            nullptr, nullptr),
               ERROR_FILE_NOT_FOUND);

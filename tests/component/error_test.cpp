@@ -96,6 +96,22 @@ TEST_F(ErrorTest, MemoryShortageAndImpossibleLengthsAreOutOfMemory) {
     EXPECT_FALSE(TakeRecord().exists);
 }
 
+TEST_F(ErrorTest, ShortageIsCountedWhereItIsOurOwn) {
+    const unsigned before = com::SwallowedShortages();
+    com::Quietly([] { throw Error(E_OUTOFMEMORY); });
+    EXPECT_EQ(com::SwallowedShortages(), before) << "the host's own answer";
+    com::Quietly([] { throw std::bad_alloc(); });
+    EXPECT_EQ(com::SwallowedShortages(), before + 1);
+    ResultOf(std::length_error("long"));
+    EXPECT_EQ(com::SwallowedShortages(), before + 2) << "handed on";
+}
+
+TEST_F(ErrorTest, NoShortageHandsBackAllElse) {
+    EXPECT_EQ(com::NoShortage(S_FALSE), S_FALSE);
+    EXPECT_EQ(com::NoShortage(E_ACCESSDENIED), E_ACCESSDENIED);
+    EXPECT_THROW(com::NoShortage(E_OUTOFMEMORY), std::bad_alloc);
+}
+
 TEST_F(ErrorTest, OtherStandardExceptionsFailWithTheirTextAsTheRecord) {
     EXPECT_EQ(ResultOf(std::runtime_error("no number")), E_FAIL);
     const Record record = TakeRecord();

@@ -21,6 +21,7 @@ public:
 
     STDMETHODIMP get_XMLSNVTs(IDispatch** catalogue) override {
         if (++asked == failsAt) return E_ACCESSDENIED;
+        if (asked == shortAt) com::Quietly([] { throw std::bad_alloc(); });
         *catalogue = com::Ptr<IDispatch>(m_catalogue).Detach();
         return S_OK;
     }
@@ -32,6 +33,7 @@ public:
 
     int asked = 0;
     int failsAt = 0;  // which of the calls for the catalogue fails; 0: none
+    int shortAt = 0;  // at which of them the plug-in meets a shortage of memory; 0: none
 
 private:
     ~StandInDevice() override { --g_probes; }

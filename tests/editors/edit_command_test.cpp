@@ -53,6 +53,10 @@ protected:
         PostMessageW(control, WM_KEYDOWN, key, 1);
         MSG message{};
         PeekMessageW(&message, control, WM_KEYDOWN, WM_KEYDOWN, PM_REMOVE);
+        // What the key does is posted.
+        if (PeekMessageW(&message, GetAncestor(control, GA_ROOT), WM_COMMAND, WM_COMMAND,
+                         PM_REMOVE))
+            DispatchMessageW(&message);
     }
     // By Enter. False: no editor came up.
     bool Edit(const Window& window, Place place, int row, Steps steps, WPARAM key = VK_RETURN) {

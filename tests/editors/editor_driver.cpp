@@ -41,8 +41,9 @@ void Editor::Select(std::size_t from, std::size_t to) const {
 }
 
 // As a modal dialog's own loop takes it from the queue, with the characters that a key makes.
-void Editor::Send(UINT message, WPARAM key) const {
-    const LPARAM scan = static_cast<LPARAM>(MapVirtualKeyW(static_cast<UINT>(key), 0)) << 16 | 1;
+void Editor::Send(UINT message, WPARAM key, LPARAM flags) const {
+    const LPARAM scan =
+        static_cast<LPARAM>(MapVirtualKeyW(static_cast<UINT>(key), 0)) << 16 | 1 | flags;
     ASSERT_TRUE(PostMessageW(GetFocus(), message, key, message == WM_CHAR ? 1 : scan));
     MSG taken{};
     while (IsUp() && PeekMessageW(&taken, nullptr, WM_KEYFIRST, WM_KEYLAST, PM_REMOVE)) {
@@ -54,10 +55,6 @@ void Editor::Send(UINT message, WPARAM key) const {
 
 void Editor::Type(std::wstring_view characters) const {
     for (const wchar_t character : characters) Send(WM_CHAR, character);
-}
-
-void Editor::Key(WPARAM key) const {
-    Send(WM_KEYDOWN, key);
 }
 
 EditorDriver::EditorDriver() {

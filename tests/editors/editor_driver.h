@@ -14,6 +14,9 @@
 
 namespace quillon::test {
 
+// The mark of a key message that a held key repeats.
+inline constexpr LPARAM kRepeated = static_cast<LPARAM>(KF_REPEAT) << 16;
+
 // A dialog that is up.
 class Editor {
 public:
@@ -32,7 +35,11 @@ public:
     // Characters, one key message each, to the control that has the focus.
     void Type(std::wstring_view characters) const;
     // A key by its virtual code.
-    void Key(WPARAM key) const;
+    void Key(WPARAM key) const { Send(WM_KEYDOWN, key); }
+    // The same as a key that is held down sends it again.
+    void HeldKey(WPARAM key) const { Send(WM_KEYDOWN, key, kRepeated); }
+    // A command, as its button or the dialog's own keys give it.
+    void Command(int id) const { SendMessageW(m_dialog, WM_COMMAND, static_cast<WPARAM>(id), 0); }
     // Ctrl and a letter.
     void Control(wchar_t letter) const {
         Type(std::wstring(1, static_cast<wchar_t>(letter - L'A' + 1)));
@@ -42,7 +49,7 @@ public:
     void Cancel() const { Click(IDCANCEL); }
 
 private:
-    void Send(UINT message, WPARAM key) const;
+    void Send(UINT message, WPARAM key, LPARAM flags = 0) const;
 
     HWND m_dialog;
 };

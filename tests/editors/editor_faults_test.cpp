@@ -1,7 +1,11 @@
 // Faults while an editor is up: the owner's window goes, the host fails at every call in turn, long
 // values.
-#include "com/error.h"
 #include "editors/editor_test.h"
+//
+#include <commctrl.h>
+
+#include "com/error.h"
+#include "support/plugin_window.h"
 
 namespace quillon::test {
 namespace {
@@ -17,6 +21,50 @@ protected:
         return point;
     }
     void DestroyOwner() { DestroyWindow(Owner()); }
+    // The point's editor is asked for, and its window never seen.
+    bool ShowsNone(FakePoint& point) {
+        const int before = Driver().Shown();
+        Edit(point, [](const Editor& editor) { editor.Cancel(); });
+        Driver().Forget();
+        return Driver().Shown() == before;
+    }
+};
+
+// From now on refuses, once, the nth message of a kind that a control made from now on gets.
+class RefusedMessage {
+public:
+    RefusedMessage(const wchar_t* kind, UINT message, int nth, LRESULT answer) {
+        s_kind = kind;
+        s_message = message;
+        s_left = nth;
+        s_answer = answer;
+        m_hook = SetWindowsHookExW(WH_CBT, OnHook, nullptr, GetCurrentThreadId());
+        EXPECT_NE(m_hook, nullptr);
+    }
+    RefusedMessage(const RefusedMessage&) = delete;
+    RefusedMessage& operator=(const RefusedMessage&) = delete;
+    ~RefusedMessage() { UnhookWindowsHookEx(m_hook); }
+
+private:
+    static LRESULT CALLBACK OnHook(int code, WPARAM wParam, LPARAM lParam) noexcept {
+        const auto window = reinterpret_cast<HWND>(wParam);
+        if (code == HCBT_CREATEWND && ClassOf(window) == s_kind)
+            SetWindowSubclass(window, OnMessage, 99, 0);
+        return CallNextHookEx(nullptr, code, wParam, lParam);
+    }
+    static LRESULT CALLBACK OnMessage(HWND control, UINT message, WPARAM wParam, LPARAM lParam,
+                                      UINT_PTR id, DWORD_PTR) noexcept {
+        if (message == WM_NCDESTROY) RemoveWindowSubclass(control, OnMessage, id);
+        if (message == s_message && --s_left == 0) return s_answer;
+        return DefSubclassProc(control, message, wParam, lParam);
+    }
+
+    static inline std::wstring s_kind;
+    static inline UINT s_message = 0;
+    static inline int s_left = 0;
+    static inline LRESULT s_answer = 0;
+
+    HHOOK m_hook = nullptr;
 };
 
 constexpr const wchar_t* kTypes[] = {L"SignedNumeric", L"Float", L"Textual", L"Enum", L"Struct"};
@@ -63,6 +111,89 @@ TEST_F(EditorFaults, OwnerGoesInsideTheRefusalOfOk) {
         editor.Key(VK_RETURN);
     });
     EXPECT_EQ(point->Written(), Lines());
+}
+
+TEST_F(EditorFaults, OwnerGoesInsideTheMessageOnOpening) {
+    FakePoint point(L"Textual");
+    point.Set(L"Value", com::Variant(std::wstring_view(std::wstring(31, L'x'))));
+    std::optional<TestWindow> other;
+    Boxes().Answer(IDOK, [&] {
+        DestroyOwner();
+        other.emplace();
+        SetFocus(other->Get());
+    });
+    EXPECT_TRUE(ShowsNone(point));
+    ASSERT_TRUE(other);
+    EXPECT_EQ(GetFocus(), other->Get()) << "an editor that is gone takes no focus away";
+    EXPECT_EQ(point.Written(), Lines());
+}
+
+TEST_F(EditorFaults, SecondOkAndCancelInsideTheWriteAreIgnored) {
+    for (const wchar_t* type : kTypes) {
+        const auto point = PointOf(type);
+        Edit(*point, [&](const Editor& editor) {
+            for (const int id : {IDOK, IDCANCEL}) {
+                point->Fail(L"Value.put");
+                point->During(L"Value.put", [&] { editor.Command(id); });
+                Boxes().Answer(IDOK);
+                editor.Ok();
+                EXPECT_TRUE(editor.IsUp()) << type << id;
+            }
+            point->Restore();
+            point->During(L"Value.put", [&] { editor.Command(IDOK); });
+            editor.Ok();
+            EXPECT_FALSE(editor.IsUp());
+        });
+        EXPECT_EQ(point->Written(), (Lines{L"1", L"1", L"1"})) << type << ": one for each OK";
+    }
+}
+
+TEST_F(EditorFaults, HeldEnterPressesNothing) {
+    for (const wchar_t* type : kTypes) {
+        const auto point = PointOf(type);
+        Edit(*point, [&](const Editor& editor) {
+            const HWND first = GetFocus();
+            for (const HWND focus : {first, editor.Item(IDOK), editor.Item(IDCANCEL)}) {
+                SetFocus(focus);
+                editor.HeldKey(VK_RETURN);
+                ASSERT_TRUE(editor.IsUp()) << type;
+            }
+            EXPECT_EQ(point->Field(0).Written(), Lines()) << "nor does it open a field";
+            SetFocus(editor.Item(IDOK));
+            editor.Key(VK_RETURN);
+            EXPECT_FALSE(editor.IsUp()) << "pressed anew it is OK";
+        });
+        EXPECT_EQ(point->Written(), Lines{L"1"}) << type;
+    }
+}
+
+TEST_F(EditorFaults, HeldEnterPastTheDialogsOwnLoopPressesNothing) {
+    for (const wchar_t* type : {L"Float", L"Textual"}) {
+        const auto point = PointOf(type);
+        Edit(*point, [&](const Editor& editor) {
+            SendMessageW(editor.Item(IDC_TXTNEWCPVALUE), WM_CHAR, kEnter, kRepeated | 1);
+            EXPECT_TRUE(editor.IsUp());
+        });
+        EXPECT_EQ(point->Written(), Lines()) << type;
+    }
+}
+
+TEST_F(EditorFaults, EntryThatTheListDoesNotTakeShowsNoEditor) {
+    const auto point = PointOf(L"Enum");
+    {
+        const RefusedMessage refused(L"ComboBox", CB_ADDSTRING, 2, CB_ERRSPACE);
+        EXPECT_TRUE(ShowsNone(*point)) << "the entries after it would write others' numbers";
+    }
+    EXPECT_FALSE(ShowsNone(*point)) << "the next one is whole";
+}
+
+TEST_F(EditorFaults, RowThatTheListDoesNotTakeShowsNoEditor) {
+    const auto point = PointOf(L"Struct");
+    {
+        const RefusedMessage refused(WC_LISTVIEWW, LVM_INSERTITEMW, 1, -1);
+        EXPECT_TRUE(ShowsNone(*point)) << "a row after it would open another's field";
+    }
+    EXPECT_FALSE(ShowsNone(*point)) << "the next one is whole";
 }
 
 TEST_F(EditorFaults, OwnerGoesInsideTheHostsCall) {

@@ -114,7 +114,8 @@ com::Variant FakePoint::Get(const std::wstring& member) {
         return ObjectOf([this](const std::wstring& name, const com::Variant* key) {
             return GetField(name, key);
         });
-    const auto found = m_members.find(member == L"FormattedValue" ? L"Value" : member);
+    auto found = m_members.find(member);
+    if (found == m_members.end() && member == L"FormattedValue") found = m_members.find(L"Value");
     if (found == m_members.end()) throw com::Error(DISP_E_MEMBERNOTFOUND);
     return found->second;
 }

@@ -16,7 +16,7 @@
 namespace quillon::test {
 
 // Lives longer than the editors that are given it. Members by the host's names, those of the type
-// among them; "Value" and "FormattedValue" are one text.
+// among them; a "FormattedValue" that is not set is the text of "Value".
 class FakePoint {
 public:
     explicit FakePoint(std::wstring genType, std::wstring value = {});

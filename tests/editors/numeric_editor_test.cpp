@@ -1,26 +1,9 @@
 // frmCPModif1 by real keys.
-#include "editors/editor_test.h"
+#include "editors/numeric_editor_test.h"
 #include "support/plugin_window.h"
 
 namespace quillon::test {
 namespace {
-
-class NumericEditor : public EditorTest {
-protected:
-    static FakePoint& Limit(FakePoint& point, const wchar_t* minimum, const wchar_t* maximum) {
-        return point.Set(L"MinOverride", minimum).Set(L"MaxOverride", maximum);
-    }
-    // What typing and then Enter writes into a point with the value 1.
-    Lines Typed(std::wstring_view keys, const wchar_t* type = L"SignedNumeric") {
-        FakePoint point(type, L"1");
-        Edit(point, [&](const Editor& editor) {
-            editor.Type(keys);
-            editor.Key(VK_RETURN);
-            EXPECT_FALSE(editor.IsUp());
-        });
-        return point.Written();
-    }
-};
 
 TEST_F(NumericEditor, ShowsNameUnitLimitsAndTheValueSelected) {
     FakePoint point(L"SignedNumeric", L"21.5");
@@ -142,6 +125,30 @@ TEST_F(NumericEditor, LoadingAboveTheLimitIsSilent) {
     EXPECT_TRUE(Boxes().Seen().empty());
 }
 
+TEST_F(NumericEditor, SmallValueWithAnExponentIsNotReplacedByTheLimitOnOpening) {
+    FakePoint point(L"Float", L"5e-06");
+    Limit(point, L"-3.4E+38", L"1");
+    Edit(point, [](const Editor& editor) {
+        EXPECT_EQ(editor.Text(), L"5e-06");
+        editor.Ok();
+    });
+    EXPECT_EQ(point.Written(), Lines{L"5e-06"});
+}
+
+TEST_F(NumericEditor, LimitsWithExponentsAreThoseOfTheType) {
+    FakePoint point(L"Float", L"1");
+    Limit(point, L"-3.4E+38", L"3.4E+38");
+    Edit(point, [](const Editor& editor) {
+        editor.Type(L"500");
+        EXPECT_EQ(editor.Text(), L"500");
+        editor.Control(L'A');
+        editor.Type(L"-500");
+        editor.Key(VK_RETURN);
+    });
+    EXPECT_EQ(point.Written(), Lines{L"-500"});
+    EXPECT_TRUE(Boxes().Seen().empty());
+}
+
 TEST_F(NumericEditor, NegativeMaximumTurnsAMinusIntoTheLimit) {
     FakePoint point(L"SignedNumeric", L"-8");
     Limit(point, L"", L"-5");
@@ -211,101 +218,6 @@ TEST_F(NumericEditor, RefusingHostIsReportedAndTheDialogStays) {
         EXPECT_FALSE(editor.IsUp());
     });
     EXPECT_EQ(point.Value(), L"2");
-}
-
-// ---- the invalid mark
-
-class InvalidMark : public NumericEditor {
-protected:
-    FakePoint point{L"SignedNumeric", L"21.5"};
-    void SetUp() override {
-        NumericEditor::SetUp();
-        point.Set(L"InvalidValue", L"327.67");
-    }
-    static bool Checked(const Editor& editor) {
-        return IsDlgButtonChecked(editor.Window(), IDC_CHKINVALID) == BST_CHECKED;
-    }
-};
-
-TEST_F(InvalidMark, ShowsTheInvalidValueAndWritesIt) {
-    Edit(point, [&](const Editor& editor) {
-        EXPECT_TRUE(IsWindowVisible(editor.Item(IDC_CHKINVALID)));
-        EXPECT_FALSE(Checked(editor));
-        editor.Type(L"\b");
-        editor.Key(VK_TAB);
-        EXPECT_EQ(GetFocus(), editor.Item(IDC_CHKINVALID));
-        editor.Click(IDC_CHKINVALID);
-        EXPECT_EQ(editor.Text(), L"327.67");
-        EXPECT_FALSE(editor.IsEnabled(IDC_TXTNEWCPVALUE));
-        EXPECT_TRUE(editor.IsEnabled(IDOK));
-        editor.Ok();
-    });
-    EXPECT_EQ(point.Written(), Lines{L"327.67"});
-}
-
-TEST_F(InvalidMark, ClearedItShowsTheCurrentValueAgain) {
-    Edit(point, [&](const Editor& editor) {
-        editor.Click(IDC_CHKINVALID);
-        point.Set(L"Value", L"22,5");
-        editor.Click(IDC_CHKINVALID);
-        EXPECT_EQ(editor.Text(), L"22.5");
-        EXPECT_EQ(editor.Selected(), (Selection{0, 4}));
-        EXPECT_TRUE(editor.IsEnabled(IDC_TXTNEWCPVALUE));
-        EXPECT_EQ(GetFocus(), editor.Item(IDC_TXTNEWCPVALUE));
-        EXPECT_TRUE(editor.IsEnabled(IDOK));
-    });
-}
-
-TEST_F(InvalidMark, CheckedByCodeAtOpeningRunsTheClickRule) {
-    point.Set(L"Value", L"327,67");
-    Edit(point, [&](const Editor& editor) {
-        EXPECT_TRUE(Checked(editor));
-        EXPECT_EQ(editor.Text(), L"327.67");
-        EXPECT_FALSE(editor.IsEnabled(IDC_TXTNEWCPVALUE));
-        EXPECT_TRUE(editor.IsEnabled(IDOK));
-    });
-}
-
-TEST_F(InvalidMark, WhileCheckedTheUpperLimitIsNotAsked) {
-    Limit(point, L"", L"30");
-    Edit(point, [&](const Editor& editor) {
-        editor.Click(IDC_CHKINVALID);
-        EXPECT_EQ(editor.Text(), L"327.67");
-        editor.Ok();
-    });
-    EXPECT_EQ(point.Written(), Lines{L"327.67"});
-    EXPECT_TRUE(Boxes().Seen().empty());
-}
-
-TEST_F(InvalidMark, LowerLimitIsMetAndARefusalEndsTheMark) {
-    point.Set(L"InvalidValue", L"-999");
-    Limit(point, L"0", L"");
-    Edit(point, [&](const Editor& editor) {
-        editor.Click(IDC_CHKINVALID);
-        Boxes().Answer(IDOK);
-        editor.Ok();
-        EXPECT_EQ(LastBox().text, L"The value cannot not be less than 0");
-        EXPECT_FALSE(Checked(editor));
-        EXPECT_TRUE(editor.IsEnabled(IDC_TXTNEWCPVALUE));
-        EXPECT_EQ(editor.Text(), L"0");
-    });
-    EXPECT_EQ(point.Written(), Lines());
-}
-
-TEST_F(InvalidMark, FailingHostLeavesTheTextWhenCleared) {
-    Edit(point, [&](const Editor& editor) {
-        editor.Click(IDC_CHKINVALID);
-        point.Fail(L"Value.get");
-        editor.Click(IDC_CHKINVALID);
-        EXPECT_EQ(editor.Text(), L"327.67");
-        EXPECT_TRUE(editor.IsEnabled(IDC_TXTNEWCPVALUE));
-    });
-}
-
-TEST_F(InvalidMark, BlankInvalidValueHidesIt) {
-    point.Set(L"InvalidValue", L"  ");
-    Edit(point,
-         [](const Editor& editor) { EXPECT_FALSE(IsWindowVisible(editor.Item(IDC_CHKINVALID))); });
 }
 
 // ---- the clipboard
@@ -425,6 +337,17 @@ TEST_F(CommaEditor, TextThatIsNoNumberIsAnErrorOnOkAndNotCompared) {
         EXPECT_TRUE(editor.IsUp());
     });
     EXPECT_EQ(point.Written(), Lines());
+}
+
+TEST_F(CommaEditor, InvalidValueThatIsNoNumberIsWrittenInSpiteOfALowerLimit) {
+    FakePoint point(L"Float", L"8");
+    Limit(point.Set(L"InvalidValue", L"NaN"), L"-20", L"");
+    Edit(point, [](const Editor& editor) {
+        editor.Click(IDC_CHKINVALID);
+        editor.Ok();
+        EXPECT_FALSE(editor.IsUp());
+    });
+    EXPECT_EQ(point.Written(), Lines{L"NaN"});
 }
 
 TEST_F(CommaEditor, CommaAloneKeepsOkDisabled) {

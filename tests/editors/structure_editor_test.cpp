@@ -35,6 +35,14 @@ protected:
         Driver().Expect(std::move(steps));
         editor.Key(key);
     }
+    // What it posts is handled at once.
+    static void PressCloseBox(const Editor& editor) {
+        SendMessageW(editor.Window(), WM_SYSCOMMAND, SC_CLOSE, 0);
+        MSG posted{};
+        while (editor.IsUp() &&
+               PeekMessageW(&posted, editor.Window(), WM_COMMAND, WM_COMMAND, PM_REMOVE))
+            DispatchMessageW(&posted);
+    }
     static void DoubleClick(const Editor& editor) {
         NMITEMACTIVATE notice{};
         notice.hdr = {List(editor), IDC_LVWMAIN, static_cast<UINT>(NM_DBLCLK)};
@@ -123,6 +131,79 @@ TEST_F(StructureEditor, CancelledFieldIsLeftAsItWas) {
     });
     EXPECT_EQ(point.Field(0).Value(), L"1") << "even if the host had an intermediate value";
     EXPECT_EQ(point.Field(0).Written(), (Lines{L"1", L"1"}));
+}
+
+TEST_F(StructureEditor, FieldLeftByTheCloseBoxIsLeftAsItWas) {
+    Edit(point, [&](const Editor& editor) {
+        EditField(editor, 0, [&](const Editor& field) {
+            field.Type(L"5");
+            point.Field(0).Set(L"Value", L"4");
+            PressCloseBox(field);
+            EXPECT_FALSE(field.IsUp());
+        });
+        EXPECT_EQ(Column(editor, 1)[0], L"1");
+    });
+    EXPECT_EQ(point.Field(0).Written(), (Lines{L"1", L"1"}));
+}
+
+TEST_F(StructureEditor, FieldWhoseOkWasRefusedIsStillPutBackByCancel) {
+    FakePoint& refused = point.Field(0);
+    Edit(point, [&](const Editor& editor) {
+        EditField(editor, 0, [&](const Editor& field) {
+            field.Type(L"5");
+            refused.Fail(L"Value.put");
+            Boxes().Answer(IDOK);
+            field.Ok();
+            EXPECT_TRUE(field.IsUp());
+            refused.Restore();
+            refused.Set(L"Value", L"4");
+            field.Cancel();
+        });
+    });
+    EXPECT_EQ(refused.Written(), (Lines{L"1", L"5", L"1"}));
+    EXPECT_EQ(refused.Value(), L"1");
+}
+
+TEST_F(StructureEditor, RowShowsTheFormattedValueAndKeepsTheValueText) {
+    FakePoint& degrees = point.Field(0);
+    degrees.Set(L"FormattedValue", L"1.00 degrees");
+    Edit(point, [&](const Editor& editor) {
+        EXPECT_EQ(Column(editor, 1), (Lines{L"1.00 degrees", L"20", L"3"}));
+        EditField(editor, 0, [&](const Editor& field) {
+            EXPECT_EQ(field.Text(), L"1");
+            field.Type(L"7");
+            degrees.Set(L"FormattedValue", L"7.00 degrees");
+            field.Ok();
+        });
+        EXPECT_EQ(Column(editor, 1)[0], L"7.00 degrees");
+        editor.Ok();
+    });
+    EXPECT_EQ(point.Written(), Lines{L"7 20 3"});
+}
+
+TEST_F(StructureEditor, OkAndCancelInsideTheHostsCallsOfAFieldAreIgnored) {
+    Edit(point, [&](const Editor& editor) {
+        for (const int id : {IDOK, IDCANCEL}) {
+            point.Field(0).During(L"Value.put", [&] { editor.Command(id); });
+            EditField(editor, 0, [](const Editor& field) { field.Cancel(); });
+            ASSERT_TRUE(editor.IsUp()) << id;
+        }
+        point.Field(0).During(L"Value.put", [&] { editor.Key(VK_ESCAPE); });
+        EditField(editor, 0, [](const Editor& field) { field.Cancel(); });
+        EXPECT_TRUE(editor.IsUp());
+        EXPECT_EQ(point.Written(), Lines());
+        editor.Ok();
+    });
+    EXPECT_EQ(point.Written(), Lines{L"1 20 3"});
+}
+
+TEST_F(StructureEditor, RowInsideTheWriteOpensNoField) {
+    Edit(point, [&](const Editor& editor) {
+        point.During(L"Value.put", [&] { DoubleClick(editor); });
+        editor.Ok();
+        EXPECT_FALSE(editor.IsUp());
+    });
+    EXPECT_EQ(point.Field(0).Written(), Lines()) << "which would get its row's value first";
 }
 
 TEST_F(StructureEditor, RestoringThatFailsIsIgnored) {

@@ -60,6 +60,14 @@ TEST_F(TextEditor, EscapePutsTheCurrentValueBack) {
     EXPECT_EQ(point.Written(), Lines());
 }
 
+TEST_F(TextEditor, EscapePutsTheValueBackUntrimmed) {
+    Edit(point, [](const Editor& editor) {
+        editor.Type(L"x");
+        editor.Key(VK_ESCAPE);
+        EXPECT_EQ(editor.Text(), L"  Room 101 ");
+    });
+}
+
 TEST_F(TextEditor, ThirtyFirstCharacterIsCut) {
     Edit(point, [&](const Editor& editor) {
         editor.Type(std::wstring(30, L'x'));

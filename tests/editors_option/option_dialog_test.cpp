@@ -159,6 +159,14 @@ OptionDialogTest::Step OptionDialogTest::Key(WPARAM key) const {
     };
 }
 
+OptionDialogTest::Step OptionDialogTest::HeldKey(WPARAM key) const {
+    return [key] {
+        Hold(0);
+        ASSERT_NE(GetFocus(), nullptr);
+        PostMessageW(GetFocus(), WM_KEYDOWN, key, static_cast<LPARAM>(KF_REPEAT) << 16 | 1);
+    };
+}
+
 OptionDialogTest::Step OptionDialogTest::ShiftTab() const {
     return [] {
         Hold(VK_SHIFT);

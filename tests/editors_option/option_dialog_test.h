@@ -51,6 +51,8 @@ protected:
 
     // Steps
     Step Key(WPARAM key) const;
+    // The same as a key that is held down sends it again.
+    Step HeldKey(WPARAM key) const;
     Step ShiftTab() const;
     Step AccessKey(wchar_t letter) const;
     Step Click(int position) const;

@@ -39,6 +39,15 @@ TEST_F(OptionKeys, EnterDoesNothingWhileNoneIsChecked) {
     EXPECT_EQ(Puts(), Lines());
 }
 
+TEST_F(OptionKeys, HeldEnterPressesNothing) {
+    OpenFor(kAppModePoint, "AppMode");
+    const Step expectUp = Expect([&] { EXPECT_NE(Dialog(), nullptr); });
+    Edit({HeldKey(VK_RETURN), expectUp, [&] { SetFocus(GetDlgItem(Dialog(), IDOK)); },
+          HeldKey(VK_RETURN), expectUp, Expect([&] { EXPECT_EQ(Puts(), Lines()); }),
+          Key(VK_RETURN)});
+    EXPECT_EQ(Puts(), Lines{L"Point.Value.put(\"3\")"});
+}
+
 TEST_F(OptionKeys, SpaceChecksTheFocusedButton) {
     OpenFor(kFanPoint, "Fan,3");
     Edit({Key(VK_SPACE), ExpectChecked(L"Auto"), Expect([&] { EXPECT_TRUE(OkEnabled()); }),

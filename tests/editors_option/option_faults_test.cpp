@@ -58,6 +58,20 @@ TEST_F(OptionFaults, RefusedStatePutsTheLevelBack) {
                              L"Point.Value.put(\"0.0\")"}));
 }
 
+TEST_F(OptionFaults, SecondChoiceInsideTheWriteIsNotMixedIn) {
+    OpenFor(kLightingPoint, "Lighting");
+    Host().Call(L"Point.Value.put", 1, [&] {
+        SendMessageW(GetParent(Button(0)), WM_COMMAND, MAKEWPARAM(IDC_OPTBUTTON_FIRST, BN_CLICKED),
+                     reinterpret_cast<LPARAM>(Button(0)));
+        EXPECT_EQ(Checked(), L"Auto");
+        SendMessageW(Dialog(), WM_COMMAND, IDOK, 0);
+        SendMessageW(Dialog(), WM_COMMAND, IDCANCEL, 0);
+    });
+    Edit({Click(1), ClickOk()});
+    EXPECT_EQ(Puts(), (Lines{L"Point.Value.put(\"0\")", L"Point.Value.put(\"1\")"}));
+    EXPECT_EQ(Raw(kLightingPoint), L"0001") << "Off, as OK was pressed for, and not On";
+}
+
 TEST_F(OptionFaults, DeviceThatFallsSilentIsAnErrorOnOk) {
     OpenFor(kLightingPoint, "Lighting");
     Boxes().Answer(IDOK);
@@ -104,6 +118,26 @@ TEST_F(OptionFaults, PlainPointThatRefusesItsFieldsIsPlain) {
     Host().FailAlways(L"Point.Fields.get");
     Edit({Click(0), ClickOk()});
     EXPECT_EQ(Raw(kOccupancyPoint), L"00");
+}
+
+TEST_F(OptionFaults, StructureThatRefusesItsFieldsShowsNothing) {
+    OpenFor(kOccupancyFieldsPoint, "Occupancy");
+    for (const wchar_t* member : {L"Point.Fields.get", L"Points.Item"}) {
+        SCOPED_TRACE(Narrow(member));
+        // The window asks for the point itself by the first Item.
+        Host().Fail(member, std::wstring_view(member) == L"Points.Item" ? 2 : 1);
+        ExpectNoDialog();
+        Host().Restore();
+    }
+    EXPECT_EQ(Puts(), Lines()) << "a code is not the value of a whole structure";
+    EXPECT_EQ(Raw(kOccupancyFieldsPoint), L"010301F3");
+}
+
+TEST_F(OptionFaults, PlainPointWhoseTypeCannotBeReadEitherShowsNothing) {
+    OpenFor(kOccupancyPoint, "Occupancy");
+    Host().Fail(L"Point.Fields.get");
+    Host().Fail(L"Type.GenType.get");
+    ExpectNoDialog();
 }
 
 TEST_F(OptionFaults, EveryFailingCallWhileOpeningEndsQuietly) {

@@ -1,4 +1,5 @@
-// What became of the runs of a sweep, counted and printed at the end of the program.
+// What became of the runs of a sweep, counted, and printed at the end of the program: by operation
+// and fault, and by operation alone as docs/reliability.md has it.
 #pragma once
 
 #include <string>

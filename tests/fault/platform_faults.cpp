@@ -13,6 +13,7 @@
 
 // The platform has it, the compiler's headers do not.
 extern "C" HRESULT WINAPI RegisterTypeLibForUser(ITypeLib*, OLECHAR*, OLECHAR*);
+extern "C" HRESULT WINAPI UnRegisterTypeLibForUser(REFGUID, WORD, WORD, LCID, SYSKIND);
 
 namespace quillon::test {
 
@@ -103,6 +104,8 @@ void StandForRegistry(HMODULE module) {
     Stand<10, kFails>(module, "RegisterTypeLib", &RegisterTypeLib);
     Stand<11, kFails>(module, "RegisterTypeLibForUser", &RegisterTypeLibForUser);
     Stand<12, kFails>(module, "LoadTypeLibEx", &LoadTypeLibEx);
+    Stand<39, kDenied>(module, "RegDeleteTreeW", &RegDeleteTreeW);
+    Stand<40, kFails>(module, "UnRegisterTypeLibForUser", &UnRegisterTypeLibForUser);
 }
 
 void StandForWindows(HMODULE module) {

@@ -29,6 +29,12 @@ const char* const kParameters =
     "[CPs]\r\nTotalNumber=2\r\n[CP_0]\r\nAddress=1\r\nValue=9\r\nName=cpApplCode\r\nMark=1\r\n"
     "[CP_1]\r\nAddress=2\r\nValue=40\r\nName=cpFanHigh\r\nMark=0\r\n";
 
+// With a property whose value has to be made up: all ones, as long as it says.
+std::string ApplicationText() {
+    std::string text = AppFile().Text();
+    return text.insert(text.find("</CPs>"), "<cpUnitName><Length>8</Length></cpUnitName>");
+}
+
 const wchar_t* const kPrinted = L"Etichetta stampata";
 
 }  // namespace
@@ -59,7 +65,7 @@ void WriteInputFiles(const std::wstring& folder) {
         WriteBytes(folder + L"\\" + name, bytes);
     };
     write(Wide(kSmallProgramId) + L".ini", kSettings);
-    write(kApplicationFile, AppFile().Text());
+    write(kApplicationFile, ApplicationText());
     write(kFactoryFile, "[0000000000A2]\r\nCalibration=27103EA80028011C2F\r\n");
     write(kChosenFile, kParameters);
     write(L"label.prn", "^XA" + std::string(400, '-') + "^FDnnnnnnnnnnnn^FS^XZ\r\n");

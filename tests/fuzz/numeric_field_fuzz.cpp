@@ -80,8 +80,10 @@ private:
     void Check() const {
         const wchar_t separator = m_field.Rules().separator;
         Require(std::count(m_text.begin(), m_text.end(), separator) <= 1);
-        Require(m_text.rfind(L'-') == std::wstring::npos || m_text.rfind(L'-') == 0);
-        Require(m_text.find_first_not_of(std::wstring(L"-0123456789") + separator) ==
+        // An exponent and its sign get in by the limit alone.
+        if (m_maximum.find(L'e') == std::wstring::npos)
+            Require(m_text.rfind(L'-') == std::wstring::npos || m_text.rfind(L'-') == 0);
+        Require(m_text.find_first_not_of(std::wstring(L"-0123456789") + separator + m_maximum) ==
                 std::wstring::npos);
         const std::size_t point = m_text.find(separator);
         if (point != std::wstring::npos && m_field.Rules().decimals)
@@ -131,7 +133,8 @@ void Step(Operator& operatorAtWork, std::wstring_view& steps) {
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     using namespace quillon::fuzz;
     if (size < 2) return 0;
-    const wchar_t* const maxima[] = {L"", L"30", L"-5", L"0", L"1.5", L"-0.25", L"16777216"};
+    const wchar_t* const maxima[] = {L"",      L"30",       L"-5",  L"0",     L"1.5",
+                                     L"-0.25", L"16777216", L"2e1", L"5e-06", L"-3e1"};
     const wchar_t separator = data[0] & 1 ? L',' : L'.';
     quillon::NumericField::Point point;
     point.isFloat = (data[0] & 2) != 0;

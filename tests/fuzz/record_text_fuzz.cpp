@@ -23,15 +23,15 @@ Line TakeLine(std::wstring& rest) {
 }
 
 void CheckCompletion(RecordText record, void (*complete)(RecordText&), bool takesDefault) {
-    const std::int64_t characters = std::int64_t{2} * record.length;
-    if (record.length > kLongestFilled && characters <= kMaxTextCharacters) return;
+    if (record.length > kLongestFilled && record.length <= kMostDefaultBytes) return;
     const std::wstring before = record.rawValue;
     complete(record);
-    if (!before.empty() || !takesDefault || record.length <= 0 || characters > kMaxTextCharacters) {
+    if (!before.empty() || !takesDefault || record.length <= 0 ||
+        record.length > kMostDefaultBytes) {
         Require(record.rawValue == before);
         return;
     }
-    Require(record.rawValue.size() == static_cast<std::size_t>(characters));
+    Require(record.rawValue.size() == std::size_t{2} * static_cast<std::size_t>(record.length));
     Require(record.rawValue.find_first_not_of(L'F') == std::wstring::npos);
 }
 

@@ -19,10 +19,15 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
         const quorvex::XifDevice device = quorvex::ReadXif(text, KnownLength);
         Require(device.programId.size() == 16);
         Require(device.programId.find_first_not_of("0123456789ABCDEF") == std::string::npos);
+        Require(device.variables.size() <= 4096);
+        Require(device.selfDocumentation.size() <= 1024);
         std::set<long> indexes;
         for (const quorvex::XifVariable& variable : device.variables) {
             Require(indexes.insert(variable.index).second);
+            Require(variable.index >= 0 && variable.index <= 999999);
             Require(!variable.name.empty() && !variable.value.empty());
+            Require(variable.name.find('\0') == std::string::npos);
+            Require(variable.selfDocumentation.size() <= 1024);
             Require(variable.value.size() <= 31);
             Require(!(variable.output && variable.configuration));
             Require(variable.standardType != 105 || variable.value.size() == 2);

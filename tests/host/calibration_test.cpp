@@ -106,6 +106,32 @@ TEST_F(CalibrationFile, CancelAbandonsTheSave) {
     EXPECT_EQ(Text(), "(no file)");
 }
 
+TEST_F(CalibrationFile, TextThatIsNoFactoryDataIsOfferedAgainAndTheGoodFileStays) {
+    Room& room = Left();
+    Save(room);
+    const wchar_t* const kTexts[] = {L"0102030405061A17", L"0102030405061A17G0", L"none"};
+    for (const wchar_t* text : kTexts) {
+        Host().Answer(L"IFile.ValueText.get", text);
+        Boxes().Answer(IDRETRY);
+        Boxes().Answer(IDCANCEL);
+        Save(room);
+        EXPECT_EQ(Text(), kSaved) << Narrow(text);
+    }
+    EXPECT_EQ(SeenBoxes(), Lines(2 * std::size(kTexts), kRetry));
+}
+
+TEST_F(CalibrationFile, EntryLongerThanTheFactoryDataLoadsBackFromItsFile) {
+    Json network = SmallNetwork();
+    SetFile(DeviceOf(network, kLeft), "FFFF", "0102030405061A170CAABB");
+    Open(network);
+    Room& room = AddRoom(kLeft);
+    Save(room);
+    EXPECT_EQ(Text(), kSaved);
+    Load(room);
+    EXPECT_EQ(SeenBoxes(), Lines());
+    EXPECT_EQ(Changes(Host().Log()), Lines{L"IFile.ValueText.put(\"0102030405061A170C\")"});
+}
+
 TEST_F(CalibrationFile, RetryLetsWaitingMessagesRun) {
     Room& room = Left();
     Host().AnswerNothing(L"IFile.ValueText.get");

@@ -24,7 +24,7 @@ enum class Step {
 };
 
 struct Expectation {
-    const wchar_t* code;  // empty: nothing is reported
+    const wchar_t* code;
     const wchar_t* state;
 };
 
@@ -41,13 +41,13 @@ Expectation ExpectationOf(Step step) {
             return {L"8004032B", L"0C"};
         case Step::kFirmware:
             return {L"80040320", L"0C"};
+        case Step::kSettings:
         case Step::kValues:
             return {L"8004032F", L"0C"};
         case Step::kReport:
-            return {L"", L"04"};
+            return {L"8004032F", L"04"};
         default:
-            // Lists end quietly, an identity that is not found is not compared, settings read
-            // empty.
+            // Lists end quietly, an identity that is not found is not compared.
             return {L"00000000", L"04"};
     }
 }
@@ -115,10 +115,9 @@ TEST_F(DownloadFaults, EachCallThatFailsEndsTheDownloadAsItsStepSays) {
         Host().Restore();
         const Expectation expected = ExpectationOf(steps[i]);
         const std::wstring code = expected.code;
-        EXPECT_EQ(outcome.reports,
-                  code.empty() ? Lines() : Lines{code + L" " + std::wstring(kRight)});
+        EXPECT_EQ(outcome.reports, Lines{code + L" " + kRight});
         EXPECT_EQ(outcome.state, expected.state);
-        EXPECT_EQ(outcome.events, code.empty() || code == L"00000000" ? 1 : 0);
+        EXPECT_EQ(outcome.events, code == L"00000000" ? 1 : 0);
         for (const std::wstring& change : outcome.changes) {
             // Without a catalogue a list stays empty, and so does what is made of it.
             const bool meant =
@@ -141,6 +140,32 @@ TEST_F(DownloadFaults, MemberThatAlwaysFailsDoesNoHarm) {
         Host().Restore();
         const bool untold = member == L"IDevice.Network.get" || member == L"INetwork.Report";
         EXPECT_EQ(outcome.reports.size(), untold ? 0U : 1U);
+    }
+}
+
+TEST_F(DownloadFaults, ForcingSettingOfAnUnknownProgramIsNoRefusal) {
+    WriteSettings("ForceCustomerID=1");
+    for (const char* identity : {"00020000", "00010001"}) {
+        SCOPED_TRACE(identity);
+        ReloadPlugin();
+        Room& room = WithIdentity(identity);
+        Host().Fail(L"IDevice.ProgramId.get");
+        const Outcome outcome = Run(room, m_path);
+        ExpectOutcome(outcome, L"8004032B");
+        EXPECT_EQ(outcome.changes, NothingWritten());
+    }
+}
+
+TEST_F(DownloadFaults, ReportOfAFailureIsNotTriedAgain) {
+    for (const wchar_t* member : {L"INetwork.Report", L"IDevice.Network.get"}) {
+        SCOPED_TRACE(Narrow(member));
+        Room& room = Fresh();
+        Host().FailAlways(L"IDevice.ProgramId.get");
+        Host().FailAlways(member);
+        const Outcome outcome = Run(room, m_path);
+        EXPECT_EQ(outcome.reports, Lines());
+        EXPECT_EQ(outcome.events, 0);
+        EXPECT_EQ(Host().Count(member), 1);
     }
 }
 

@@ -160,6 +160,16 @@ TEST_F(Checks, OtherCustomerIsForced) {
     EXPECT_EQ(FileValue(kRight, "FFFA"), L"0001002A");
 }
 
+TEST_F(Checks, DeviceAndCustomerAreForcedOneAfterTheOther) {
+    WriteSettings("ForceCustomerID=1");
+    const Outcome outcome = Run(WithIdentity("00020001"), AppFile());
+    ExpectSuccess(outcome);
+    EXPECT_EQ(Only(outcome.changes, L"IFile"),
+              (Lines{L"IFile.ValueText.put(\"00010001\")", L"IFile.ValueText.put(\"0001002A\")",
+                     L"IFile.ValueText.put(\"0A1B2C3D\")"}));
+    EXPECT_EQ(FileValue(kRight, "FFFA"), L"0001002A");
+}
+
 TEST_F(Checks, CustomersAreComparedAsTexts) {
     ExpectOutcome(Run(WithIdentity("0001002A"), AppFile{.header = "000000000001002a"}),
                   L"80040322");

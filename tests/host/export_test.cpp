@@ -178,6 +178,24 @@ TEST_F(ExportTest, SilentDevicesValuesAreWrittenAsShown) {
     EXPECT_EQ(lines[1], L"Configuration/Export/Header=00000000") << "the entry is there, unread";
 }
 
+TEST_F(ExportTest, UnreadableFirmwareVersionLeavesItsLetter) {
+    Room& room = Left();
+    Host().FailAlways(L"IDevice.SISD.get");
+    const Lines lines = Exported(room);
+    EXPECT_EQ(lines[0], L"Configuration/FWVersion=V");
+    EXPECT_EQ(lines[5], L"Configuration/Profile/SDString=");
+}
+
+TEST_F(ExportTest, RawValuesKeepTheHostsLetterCase) {
+    Room& room = Left();
+    Host().Answer(L"Point.RawValue.get", L"0a2F");
+    const Lines lines = Exported(room);
+    EXPECT_EQ(Only(lines, L"Configuration/Profile/NVs/nciLocation/RawValue"),
+              Lines{L"Configuration/Profile/NVs/nciLocation/RawValue=0a2F"});
+    EXPECT_EQ(Only(lines, L"Configuration/Profile/CPs/cpApplCode/RawValue"),
+              Lines{L"Configuration/Profile/CPs/cpApplCode/RawValue=0a2F"});
+}
+
 // ---- saving
 
 TEST_F(ExportTest, SaveFailureShowsTheWarningAndTheResultIsFalse) {
@@ -207,6 +225,33 @@ TEST_F(ExportTest, FileInUseStaysWhole) {
     CloseHandle(held);
     EXPECT_EQ(ReadBytes(Path()), "the old file");
     EXPECT_FALSE(FileExists(Path() + L".new"));
+}
+
+// True when the system puts a file in the place of one that may not be written.
+bool ReplacesReadOnlyFiles(const std::wstring& folder) {
+    const std::wstring fixed = folder + L"\\fixed.txt";
+    const std::wstring other = folder + L"\\other.txt";
+    for (const std::wstring& path : {fixed, other}) WriteBytes(path, "x");
+    SetFileAttributesW(fixed.c_str(), FILE_ATTRIBUTE_READONLY);
+    const bool replaces =
+        MoveFileExW(other.c_str(), fixed.c_str(), MOVEFILE_REPLACE_EXISTING) != FALSE;
+    SetFileAttributesW(fixed.c_str(), FILE_ATTRIBUTE_NORMAL);
+    return replaces;
+}
+
+TEST_F(ExportTest, ReadOnlyFileIsTheOldOneAndToldOrTheWholeNewOne) {
+    Room& room = Left();
+    WriteBytes(Path(), "the old file");
+    ASSERT_TRUE(SetFileAttributesW(Path().c_str(), FILE_ATTRIBUTE_READONLY));
+    const bool replaced = ReplacesReadOnlyFiles(Folder());
+    if (!replaced) Boxes().Answer(IDOK);
+    Export(room, Path());
+    SetFileAttributesW(Path().c_str(), FILE_ATTRIBUTE_NORMAL);
+    EXPECT_FALSE(FileExists(Path() + L".new"));
+    if (replaced)
+        EXPECT_EQ(DocumentLines(Path()).front(), L"Configuration/FWVersion=V0210");
+    else
+        EXPECT_EQ(ReadBytes(Path()), "the old file");
 }
 
 TEST_F(ExportTest, EmptyPathIsASaveFailure) {

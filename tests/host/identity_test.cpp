@@ -173,11 +173,28 @@ TEST_F(Identity, MissingPropertyIsAskedForTwiceWithHiddenFocusBetween) {
     WriteSettings("CP_AppCode=77");
     EXPECT_EQ(Code(Left()), L"");
     Lines log = Host().Log();
-    std::erase_if(log, [](const std::wstring& line) {
-        return line == L"IDevice.ProgramId.get()" || line == L"IDevice.ConfigProperties.get()";
-    });
-    EXPECT_EQ(
-        log, (Lines{L"Points.Item(\"77\")", L"IDevice.FocusHidden.get()", L"Points.Item(\"77\")"}));
+    std::erase(log, L"IDevice.ProgramId.get()");
+    EXPECT_EQ(log, (Lines{L"IDevice.ConfigProperties.get()", L"Points.Item(\"77\")",
+                          L"IDevice.FocusHidden.get()", L"IDevice.ConfigProperties.get()",
+                          L"Points.Item(\"77\")"}));
+}
+
+TEST_F(Identity, PropertiesThatTheHostGivesOnlyWhenAskedForFocusAreFound) {
+    WriteSettings("CP_AppCode=1");
+    Room& room = Left();
+    Host().Fail(L"IDevice.ConfigProperties.get");
+    EXPECT_EQ(Code(room), L"7") << "the first question failed";
+    Host().Answer(L"IDevice.ConfigProperties.get", com::Variant(static_cast<IDispatch*>(nullptr)));
+    Host().Call(L"IDevice.FocusHidden.get", 1, [] { Host().Restore(); });
+    EXPECT_EQ(Code(room), L"7") << "the first question gave no object";
+}
+
+TEST_F(Identity, FailingSignOfLifeIsPassedOver) {
+    WriteSettings("CP_AppCode=1");
+    Room& room = Left();
+    Host().Fail(L"IDevice.ConfigProperties.get");
+    Host().FailAlways(L"IDevice.FocusHidden.get");
+    EXPECT_EQ(Code(room), L"7");
 }
 
 TEST_F(Identity, ApplicationCodeFailuresGiveAnEmptyText) {
@@ -237,6 +254,18 @@ TEST_F(Identity, FailingProgramIdLeavesThePathEmpty) {
     EXPECT_EQ(Code(AddRoom(kLeft)), L"7") << "the next reader sets it";
 }
 
+TEST_F(Identity, PathThatAnotherDeviceSetMeanwhileStays) {
+    Json network = SmallNetwork();
+    DeviceOf(network, kRight)["programId"] = "9FFFFF0512040522";
+    Open(network);
+    WriteSettings("CP_AppCode=77");
+    WriteSettings("CP_AppCode=1", "9FFFFF0512040522");
+    Room& left = AddRoom(kLeft);
+    Room& right = AddRoom(kRight);
+    Host().Call(L"IDevice.ProgramId.get", 1, [&] { Code(right); });
+    EXPECT_EQ(Code(left), L"7") << "by the file that was set first, which is the right device's";
+}
+
 TEST_F(Identity, ProgramIdThatLeadsElsewhereNamesNoFile) {
     // What a path built blindly would lead to.
     WriteBytes(InFolder(L"..\\quillon-elsewhere.ini"), "[Settings]\r\nCP_AppCode=1\r\n");
@@ -273,6 +302,12 @@ TEST_F(Identity, ApplicationDownloadIsOfferedUnlessHidden) {
     EXPECT_FALSE(DownloadAvailable(room));
     WriteSettings("HideAppDownload=yes");
     EXPECT_TRUE(DownloadAvailable(room)) << "no number counts as 0";
+    WriteSettings("HideAppDownload=&HFFFFFFFFFF");
+    EXPECT_TRUE(DownloadAvailable(room)) << "out of range leaves it";
+    WriteSettings("HideAppDownload=1");
+    EXPECT_FALSE(DownloadAvailable(room));
+    WriteSettings("HideAppDownload=&HFFFFFFFFFF");
+    EXPECT_FALSE(DownloadAvailable(room)) << "out of range leaves it";
 }
 
 // ---- factory data

@@ -12,6 +12,9 @@ struct Image {
     long status = 4711;
 };
 
+constexpr long kNoEntry = static_cast<long>(0x80070002);
+constexpr long kBadImage = static_cast<long>(0x80020005);
+
 class InputsOutputs : public HostTest {
 protected:
     Room& With(const char* image) {
@@ -50,7 +53,7 @@ protected:
         image.first = first;
         image.second = second;
         EXPECT_EQ(Call(room, &IDeviceEx::WriteOutputs, image), S_OK);
-        EXPECT_EQ(image.analog[0], -11);
+        for (int place = 0; place < 4; ++place) EXPECT_EQ(image.analog[place], -11 - place);
         EXPECT_EQ(image.first, first);
         EXPECT_EQ(image.second, second);
         return image.status;
@@ -79,14 +82,14 @@ TEST_F(InputsOutputs, InputPiecesAreReadAsDecimalNumbers) {
 
 TEST_F(InputsOutputs, BadInputPieceFailsAfterTheAnalogValueIsSet) {
     const Image image = Inputs(With("000001000A00000101FF9C"));
-    EXPECT_LT(image.status, 0);
+    EXPECT_EQ(image.status, kBadImage);
     EXPECT_EQ(image.analog[0], -100);
     EXPECT_EQ(image.first, 0xE1) << "left as it was";
 }
 
 TEST_F(InputsOutputs, InputSumOverAByteFailsAfterTheAnalogValueIsSet) {
     const Image image = Inputs(With("0000990099000099990010"));
-    EXPECT_LT(image.status, 0);
+    EXPECT_EQ(image.status, kBadImage);
     EXPECT_EQ(image.analog[0], 16);
     EXPECT_EQ(image.first, 0xE1);
     EXPECT_EQ(Inputs(With("0000150000000000300000")).first, 255) << "the most that fits";
@@ -94,7 +97,7 @@ TEST_F(InputsOutputs, InputSumOverAByteFailsAfterTheAnalogValueIsSet) {
 
 TEST_F(InputsOutputs, ShortInputImageSetsNothing) {
     const Image image = Inputs(With("000001000100000101FF"));
-    EXPECT_LT(image.status, 0);
+    EXPECT_EQ(image.status, kBadImage);
     EXPECT_EQ(image.analog[0], -11);
     EXPECT_EQ(image.first, 0xE1);
 }
@@ -108,7 +111,7 @@ TEST_F(InputsOutputs, OutputsAreBytesFourAndFive) {
 
 TEST_F(InputsOutputs, ShortOutputImageSetsNothing) {
     const Image image = Outputs(With("0000000000"));
-    EXPECT_LT(image.status, 0);
+    EXPECT_EQ(image.status, kBadImage);
     EXPECT_EQ(image.first, 0xE1);
     EXPECT_EQ(image.second, 0xE2);
 }
@@ -124,7 +127,7 @@ TEST_F(InputsOutputs, WritingWritesSixBytesWhateverTheEntryHeld) {
 }
 
 TEST_F(InputsOutputs, WritingToAShortImageWritesNothing) {
-    EXPECT_LT(Write(With("0000000000"), 1, 2), 0);
+    EXPECT_EQ(Write(With("0000000000"), 1, 2), kBadImage);
     EXPECT_EQ(Changes(Host().Log()), Lines());
 }
 
@@ -133,9 +136,9 @@ TEST_F(InputsOutputs, MissingEntryIsAStatusAndNoFailure) {
     RemoveFile(DeviceOf(network, kLeft), "FFFD");
     Open(network);
     Room& room = AddRoom(kLeft);
-    EXPECT_LT(Inputs(room).status, 0);
-    EXPECT_LT(Outputs(room).status, 0);
-    EXPECT_LT(Write(room, 1, 2), 0);
+    EXPECT_EQ(Inputs(room).status, kNoEntry);
+    EXPECT_EQ(Outputs(room).status, kNoEntry);
+    EXPECT_EQ(Write(room, 1, 2), kNoEntry);
     EXPECT_EQ(Changes(Host().Log()), Lines());
 }
 
@@ -157,11 +160,33 @@ TEST_F(InputsOutputs, OddOrWrongDigitsSetNothing) {
     for (const wchar_t* text : {L"", L"0000000000A", L"0000000000G5", L"00000000 0A5", L"x"}) {
         SCOPED_TRACE(Narrow(text));
         Host().Answer(L"IFile.ValueText.get", std::wstring_view(text));
-        EXPECT_LT(Outputs(room).status, 0);
+        EXPECT_EQ(Outputs(room).status, kBadImage);
         EXPECT_EQ(Outputs(room).first, 0xE1);
-        EXPECT_LT(Write(room, 1, 2), 0);
+        EXPECT_EQ(Write(room, 1, 2), kBadImage);
         EXPECT_EQ(Inputs(room).analog[0], -11);
     }
+    EXPECT_EQ(Changes(Host().Log()), Lines());
+}
+
+TEST_F(InputsOutputs, WithoutAPlaceForTheStatusNothingIsDone) {
+    Room& room = With("0000000000A5");
+    Host().Clear();
+    Image image;
+    for (const Member member :
+         {&IDeviceEx::WriteOutputs, &IDeviceEx::ReadOutputs, &IDeviceEx::ReadInputs})
+        EXPECT_EQ((room.ex.Get()->*member)(&image.analog[0], &image.analog[1], &image.analog[2],
+                                           &image.analog[3], &image.first, &image.second, nullptr),
+                  E_POINTER);
+    EXPECT_EQ(Host().Log(), Lines());
+    EXPECT_EQ(image.first, 0xE1);
+}
+
+TEST_F(InputsOutputs, MissingOutputBytesAreAStatusAndNothingIsWritten) {
+    Room& room = With("0000000000A5");
+    long status = 0;
+    EXPECT_EQ(room.ex->WriteOutputs(nullptr, nullptr, nullptr, nullptr, nullptr, nullptr, &status),
+              S_OK);
+    EXPECT_EQ(status, E_POINTER);
     EXPECT_EQ(Changes(Host().Log()), Lines());
 }
 

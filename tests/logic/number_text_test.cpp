@@ -50,6 +50,50 @@ TEST(LenientNumber, KnowsNoExponent) {
     EXPECT_EQ(LenientNumber(L"1D3"), 1);
 }
 
+TEST(LenientScientific, TakesTheExponentBehindTheDigits) {
+    EXPECT_EQ(LenientScientific(L"5e-06"), 5e-06);
+    EXPECT_EQ(LenientScientific(L"-3.4E+38"), -3.4E+38);
+    EXPECT_EQ(LenientScientific(L" \t1e3 m"), 1000);
+    EXPECT_EQ(LenientScientific(L"1.e2"), 100);
+    EXPECT_EQ(LenientScientific(L".5E1"), 5);
+    EXPECT_EQ(LenientScientific(L"1e0003"), 1000);
+    EXPECT_EQ(LenientScientific(L"1e2.5"), 100) << "which is whole";
+    EXPECT_EQ(LenientScientific(L"1e2e3"), 100);
+}
+
+TEST(LenientScientific, ExponentWithoutDigitsOrWithoutANumberIsIgnored) {
+    for (const wchar_t* text : {L"7e", L"7E+", L"7e-", L"7e x", L"7 e3", L"7e 3", L"7e--3", L"7D3"})
+        EXPECT_EQ(LenientScientific(text), 7) << text;
+    for (const wchar_t* text : {L"e3", L".e3", L"-e3", L"", L"NaN", L"inf"})
+        EXPECT_EQ(LenientScientific(text), 0) << text;
+}
+
+TEST(LenientScientific, ReadsWithoutAnExponentAsTheLenientNumber) {
+    for (const wchar_t* text : {L"5 s", L"-.5", L"1.5.7", L"abc", L"&HFF9C", L"&h1E5", L"2,5"})
+        EXPECT_EQ(LenientScientific(text), LenientNumber(text)) << text;
+}
+
+TEST(LenientScientific, BeyondTheRangeOfADoubleFailsAndBelowItIsZero) {
+    const std::wstring zeros(400, L'0');
+    for (const std::wstring& text :
+         {std::wstring(L"1e309"), std::wstring(L"-1e309"), std::wstring(L"0.001e312"),
+          L"1e" + std::wstring(50, L'9'), L"1" + zeros + L"e-1", L"0." + zeros + L"1e800"})
+        EXPECT_THROW(LenientScientific(text), NumberError) << text;
+    for (const std::wstring& text : {std::wstring(L"1e-400"), L"1e-" + std::wstring(50, L'9'),
+                                     std::wstring(L"0e999999999999"), L"0." + zeros + L"1e1"})
+        EXPECT_EQ(LenientScientific(text), 0) << text;
+    EXPECT_EQ(LenientScientific(L"1" + zeros + L"e-400"), 1);
+    EXPECT_EQ(LenientScientific(L"0." + zeros + L"1e401"), 1);
+}
+
+TEST(IsScientific, SaysWhetherTheWholeTextIsANumber) {
+    for (const wchar_t* text : {L"5", L" -3.4E+38\t", L"5e-06", L".5", L"7.", L"1e999"})
+        EXPECT_TRUE(IsScientific(text)) << text;
+    for (const wchar_t* text : {L"", L" ", L"NaN", L"1.#QNAN", L"5 s", L"5e", L"5e+", L"e5", L"-",
+                                L".", L"1 2", L"1,5", L"&H10", L"1e2.5"})
+        EXPECT_FALSE(IsScientific(text)) << text;
+}
+
 TEST(LenientNumber, HexadecimalOfUpToFourDigitsIsSigned16Bit) {
     EXPECT_EQ(LenientNumber(L"&HFF9C"), -100);
     EXPECT_EQ(LenientNumber(L"&h7fff"), 32767);

@@ -73,6 +73,36 @@ TEST(NumericField, WithoutLimitsNothingExceeds) {
     EXPECT_FALSE(Limited(L"", L"").BelowMinimum(L"abc"));
 }
 
+TEST(NumericField, ExponentsAreReadInTheValueAndInBothLimits) {
+    const NumericField small = Limited(L"1e-06", L"1");
+    EXPECT_FALSE(small.ExceedsMaximum(L"5e-06"));
+    EXPECT_TRUE(small.ExceedsMaximum(L"5e+06"));
+    EXPECT_FALSE(small.BelowMinimum(L"5e-06"));
+    EXPECT_TRUE(small.BelowMinimum(L"5e-07"));
+    const NumericField wide = Limited(L"-3.4E+38", L"3,4E+38");
+    EXPECT_FALSE(wide.ExceedsMaximum(L"500"));
+    EXPECT_TRUE(wide.ExceedsMaximum(L"3.5e38"));
+    EXPECT_FALSE(wide.BelowMinimum(L"-500"));
+    EXPECT_TRUE(wide.BelowMinimum(L"-3.5e38"));
+}
+
+TEST(NumericField, ExponentOutOfRangeIsInfiniteWhileTypingAndAnErrorOnOk) {
+    EXPECT_TRUE(Limited(L"", L"5").ExceedsMaximum(L"1e999"));
+    EXPECT_FALSE(Limited(L"", L"5").ExceedsMaximum(L"-1e999"));
+    EXPECT_FALSE(Limited(L"", L"5").ExceedsMaximum(L"9e-999"));
+    EXPECT_THROW(Limited(L"5", L"").BelowMinimum(L"1e999"), NumberError);
+}
+
+TEST(NumericField, InvalidValueMayBeNoNumber) {
+    for (const wchar_t separator : {L'.', L','}) {
+        const NumericField field = Limited(L"10", L"", separator);
+        EXPECT_FALSE(field.IsNumber(L"NaN"));
+        EXPECT_FALSE(field.IsNumber(L"1 - none"));
+        EXPECT_TRUE(field.IsNumber(L"-999"));
+    }
+    EXPECT_TRUE(Limited(L"", L"").IsNumber(L"-3.4E+38"));
+}
+
 TEST(NumericField, NegativeMaximumTurnsAMinusOrAnEmptyTextIntoTheLimitUnderAPoint) {
     const NumericField field = Limited(L"", L"-5");
     EXPECT_TRUE(field.ExceedsMaximum(L"-"));

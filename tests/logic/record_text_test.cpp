@@ -8,8 +8,6 @@
 namespace quillon {
 namespace {
 
-constexpr std::int32_t kLongestLength = static_cast<std::int32_t>(kMaxTextCharacters / 2);
-
 RecordText NetworkVariable(bool isNC, std::int32_t length, const wchar_t* rawValue = L"") {
     RecordText record;
     record.isNC = isNC;
@@ -199,18 +197,11 @@ TEST(CompleteConfigurationProperty, WithoutRawValueIsAllOnes) {
     EXPECT_EQ(ConfigurationProperty(-5).rawValue, L"");
 }
 
-TEST(CompleteConfigurationProperty, LengthThatNoTextCanHoldLeavesItEmpty) {
-    EXPECT_EQ(ConfigurationProperty(kLongestLength + 1).rawValue, L"");
+TEST(CompleteConfigurationProperty, LengthThatNoDeviceHasLeavesItEmpty) {
+    EXPECT_EQ(ConfigurationProperty(kMostDefaultBytes).rawValue.size(), 2u << 20);
+    EXPECT_EQ(ConfigurationProperty(kMostDefaultBytes + 1).rawValue, L"");
     EXPECT_EQ(ConfigurationProperty(std::numeric_limits<std::int32_t>::max()).rawValue, L"");
     EXPECT_EQ(NetworkVariable(true, std::numeric_limits<std::int32_t>::max()).rawValue, L"");
-}
-
-TEST(CompleteConfigurationProperty, LengthThatMemoryCannotHoldLeavesItEmpty) {
-    if constexpr (sizeof(void*) > 4) {
-        GTEST_SKIP() << "the longest text fits into a 64-bit address space";
-    } else {
-        EXPECT_EQ(ConfigurationProperty(kLongestLength).rawValue, L"");
-    }
 }
 
 }  // namespace

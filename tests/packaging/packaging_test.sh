@@ -66,6 +66,7 @@ ours=$(printf '%s' "$root" | sed -E 's|[^/[:alnum:]]|.|g; s|/|[/\\\\]+|g')
 names_us() { cat "$@" | sed -E "s|$ours||gI" | grep -iE 'quillon|A930D55D-9545|142C8364-7806' >"$out.names" && head -5 "$out.names"; }
 keys() { cat "$prefix"/*.reg | grep '^\[' | sed 's/\] .*/]/' | LC_ALL=C sort; }
 same_keys() { keys | diff "$1" -; }
+windows_path() { run winepath -w "$1" && tr -d '\r\n' <"$out"; }
 has() { [ -f "$place/$1" ]; }
 in_start_menu() { # PATTERN...
     local text pattern
@@ -101,7 +102,7 @@ installed() {
         [ ! -f build/package/stage/Quillon.chm ] || check "$folder: help" has "$folder/Quillon.chm"
     done
     check "start menu: the bench by its manifest" in_start_menu 'demo\\bench\.exe' '--manifest demo\.manifest'
-    [ ! -f build/package/stage/Quillon.chm ] || check "start menu: the help" in_start_menu 'demo\\Quillon\.chm'
+    [ ! -f build/package/stage/Quillon.chm ] || check "start menu: the plug-in's help" in_start_menu "$own"'\\Quillon\.chm'
     check_not "no 64-bit plug-in on a 32-bit system" eval '[ $arch = i686 ] && has 64/Quillon.dll'
     flushed
     for folder in $folders; do
@@ -132,18 +133,26 @@ registration_free() {
     check_not "without registration and manifest there is no host" ends_with 0 "$bench\\bench.exe" list
     check "the demo runs by its manifest" ends_with 0 "$bench\\bench.exe" --manifest demo.manifest export "Room 102" 'C:\room102.app'
     check "and exports" holds '<Configuration>' "$prefix/drive_c/room102.app"
+    check "the demo imports an interface without it" ends_with 0 "$bench\\bench.exe" import "$bench\\samples\\thermostat.xif" 'C:\thermostat.json'
+    check "and opens what it made" ends_with 0 "$bench\\bench.exe" --manifest demo.manifest --network 'C:\thermostat.json' list
     check_not "a manifest that is missing is told" ends_with 0 "$bench\\bench.exe" --manifest none.manifest list
 }
 
+# Like a file that a program has open, a folder cannot be opened for writing.
+stopped_by() { # FILE
+    mv "$place/$1" "$work/$arch.file"
+    mkdir "$place/$1"
+    check "$1 that cannot be replaced stops the installer" ends_with 3 "$work/Quillon-2.1.15-setup.exe" /S
+    check "$1 that cannot be removed stops the uninstaller" ends_with 3 "$place/uninstall.exe" /S "_?=$(windows_path "$place")"
+    rmdir "$place/$1"
+    mv "$work/$arch.file" "$place/$1"
+}
 upgraded() {
     touch "$place/$own/0123456789AB.tca" "$place/$own/room.app" "$place/$own/examples/mine.ini"
-    # Like a DLL that a host has loaded, a folder cannot be opened for writing.
-    mv "$place/$own/Quillon.dll" "$work/$arch.dll"
-    mkdir "$place/$own/Quillon.dll"
-    check "a DLL that cannot be replaced stops the installer" ends_with 3 "$work/Quillon-2.1.15-setup.exe" /S
+    for file in "$own/Quillon.dll" "$own/Quillon.chm" demo/Quillon.dll demo/Quillon.chm demo/Quorvex.dll demo/bench.exe; do
+        ! has "$file" || stopped_by "$file"
+    done
     check_not "before anything is changed" holds 2.1.15 "$place/$own/$untouched"
-    rmdir "$place/$own/Quillon.dll"
-    mv "$work/$arch.dll" "$place/$own/Quillon.dll"
     check "upgrades silently" ends_with 0 "$work/Quillon-2.1.15-setup.exe" /S
     check "edited settings are kept" holds ForceCustomerID=operator "$place/$own/$edited"
     check_not "and not touched" holds 2.1.15 "$place/$own/$edited"
@@ -173,7 +182,7 @@ for_the_user() {
     # Wine keeps a user's type library for the machine.
     check "no class is registered for the machine" [ -z "$(registered_in "$prefix/system.reg" 32)" ]
     # Waits for its end, and so cannot remove its own file.
-    check "uninstalls for the user" ends_with 0 "$place/uninstall.exe" /CurrentUser /S "_?=$(run winepath -w "$place" && tr -d '\r\n' <"$out")"
+    check "uninstalls for the user" ends_with 0 "$place/uninstall.exe" /CurrentUser /S "_?=$(windows_path "$place")"
     flushed
     check "no file is left: $(left_over)" eval '[ -z "$(left_over)" ] || [ "$(left_over)" = "./uninstall.exe " ]'
     check_not "no key is left" names_us "$prefix/system.reg" "$prefix/user.reg"

@@ -83,7 +83,7 @@ TEST(Xif, LengthIsTheStandardTypesOrThatOfTheElements) {
 TEST(Xif, ArrayIsSoManyVariables) {
     const XifDevice device = Read(Variable("nvi 4 0 0 3") + Variable("nvo 7 0 0 0"));
     ASSERT_EQ(device.variables.size(), 4u);
-    EXPECT_EQ(device.variables[1].name, "nvi[1]");
+    EXPECT_EQ(device.variables[1].name, "nvi_1") << "an XML element can have that name";
     EXPECT_EQ(device.variables[1].index, 5);
     EXPECT_EQ(device.variables[3].name, "nvo");
 }
@@ -116,6 +116,7 @@ TEST(Xif, OtherFilesAreRefusedWithTheirLine) {
         "line 1: this is no device interface file of version 4 (\"XIF Version 4.\" is missing)";
     EXPECT_EQ(Refusal("{\"name\": \"x\"}"), none);
     EXPECT_EQ(Refusal("File: a.xif, XIF Version 3.1\n"), none);
+    EXPECT_EQ(Refusal("File: a.xif, XIF Version 40\n"), none);
     EXPECT_EQ(Refusal(std::string("PK\x03\x04\0\0", 6)), none);
     EXPECT_EQ(Refusal("XIF Version 4.0\nc\nd\n80:00\n"),
               "line 4: the program ID is not eight pairs of hexadecimal digits with colons");
@@ -156,6 +157,53 @@ TEST(Xif, BadRecordIsRefusedWithItsLine) {
               "line 17: the value of a is not whole");
     EXPECT_EQ(refusal(Variable("a 0 0 0 0", kConfiguration) + "NVVAL\n\\x01,7\n"),
               "line 17: \"7\" is no byte such as \\x0A");
+}
+
+TEST(Xif, ArrayThatGoesBeyondTheLargestIndexIsRefused) {
+    const auto refusal = [](const std::string& first) { return Refusal(kHead + Variable(first)); };
+    EXPECT_EQ(refusal("a 999999 0 0 2"), "line 11: the array goes beyond the index 999999");
+    EXPECT_EQ(refusal("a 995905 0 0 4096"), "line 11: the array goes beyond the index 999999");
+    EXPECT_EQ(Read(Variable("a 995904 0 0 4096")).variables.back().index, 999999);
+    EXPECT_EQ(Read(Variable("a 999999 0 0 0")).variables.back().index, 999999);
+}
+
+TEST(Xif, MoreVariablesThanADeviceHasAreRefused) {
+    EXPECT_EQ(Read(Variable("a 0 0 0 4095") + Variable("b 5000 0 0 0")).variables.size(), 4096u);
+    EXPECT_EQ(Refusal(kHead + Variable("a 0 0 0 4096") + Variable("b 5000 0 0 0")),
+              "line 16: there are more than 4096 variables");
+}
+
+TEST(Xif, EndlessSelfDocumentationIsRefused) {
+    const auto withText = [](const std::string& text) {
+        return kHead + "VAR a 0 0 0 0\n" + kAttributes + text + "105 * 1\n2 0 0 1 0\n";
+    };
+    const std::string half = "\"" + std::string(512, 'x') + "\n";
+    const XifDevice device = ReadXif(withText(half + half), CatalogueLength);
+    EXPECT_EQ(device.variables.at(0).selfDocumentation.size(), 1024u);
+    EXPECT_EQ(Refusal(withText(half + half + "\"x\n")),
+              "line 15: a self-documentation has at most 1024 bytes");
+    EXPECT_EQ(Refusal(kHead + half + half), "line 12: a self-documentation has at most 1024 bytes");
+}
+
+TEST(Xif, ControlCharacterInANameIsRefused) {
+    const char* const refused = "line 11: the name of a variable holds a control character";
+    EXPECT_EQ(Refusal(kHead + Variable(std::string("a\0b 0 0 0 0", 11))), refused);
+    EXPECT_EQ(Refusal(kHead + Variable("a\x1B 0 0 0 0")), refused);
+    EXPECT_EQ(Refusal(kHead + Variable("a\x7F 0 0 0 0")), refused);
+    EXPECT_EQ(Read(Variable("t\xFCr 0 0 0 0")).variables.at(0).name, "t\xFCr");
+}
+
+TEST(Xif, LongWordsAreCutInMessages) {
+    const std::string word(100, 'x');
+    const std::string cut = std::string(40, 'x') + "\"";
+    const auto refusal = [](const std::string& records) { return Refusal(kHead + records); };
+    EXPECT_EQ(refusal(word + "\n"), "line 11: no record begins with \"" + cut);
+    EXPECT_EQ(refusal("VAR a " + word + " 0 0 0\n"),
+              "line 11: the index \"" + cut + " is no number from 0 to 999999");
+    EXPECT_EQ(refusal("VAR a 0 0 0 0\n0 1 " + word + " 0\n"),
+              "line 12: the attributes of a variable: \"" + cut + " is no number");
+    EXPECT_EQ(refusal(Variable(word + " 0 0 0 0", kConfiguration) + "NVVAL\n\\x01\n"),
+              "line 17: the value of " + std::string(40, 'x') + " is not whole");
 }
 
 TEST(XifNetwork, IsAFileForTheSimulatedHost) {

@@ -46,6 +46,7 @@ TEST_F(CalibrationFiles, MenuAndButtonSaveWhatTheUnitHolds) {
         Save(window, button);
         EXPECT_EQ(dialog.Title(), L"Save calibration data to file...");
         EXPECT_EQ(dialog.Proposed(), L"0000000000A1.tca");
+        EXPECT_EQ(dialog.Filter(), L"CAL Files (*.tca)");
         EXPECT_EQ(ReadBytes(File()), "[0000000000A1]\r\nCalibration=0102030405061A170C\r\n");
         EXPECT_TRUE(ActionMenuEnabled(*window));
     }
@@ -58,6 +59,7 @@ TEST_F(CalibrationFiles, MenuAndButtonLoadAndTheWindowShowsIt) {
         const FileDialog dialog(File());
         Load(window, button);
         EXPECT_EQ(dialog.Title(), L"Download calibration data from file...");
+        EXPECT_EQ(dialog.Filter(), L"CAL Files (*.tca)");
         EXPECT_EQ(FactoryText(), kCalibrated);
         EXPECT_EQ(PageText(*window, kTabGeneralData, IDC_LBLYEAR), L"2026");
         EXPECT_EQ(PageText(*window, kTabGeneralData, IDC_LBLWEEK), L"47");
@@ -108,6 +110,30 @@ TEST_F(CalibrationFiles, WindowClosedWhileADialogIsUp) {
         EXPECT_FALSE(window->IsOpen());
     }
     EXPECT_EQ(FactoryText(), kUncalibrated);
+}
+
+TEST_F(CalibrationFiles, WindowThatNothingElseHoldsLivesUntilItsButtonIsDone) {
+    for (const int id : {IDC_CMDSAVETOFILE, IDC_CMDLOADFROMFILE}) {
+        const std::weak_ptr<frmVantor> window = Open();
+        const HWND button = PageItem(*window.lock(), kTabGeneralData, id);
+        const FileDialog dialog({}, [&] {
+            window.lock()->Unload();
+            EXPECT_FALSE(window.expired()) << "the command is still at work";
+        });
+        SendMessageW(button, BM_CLICK, 0, 0);
+        EXPECT_TRUE(window.expired());
+    }
+}
+
+TEST_F(CalibrationFiles, WindowClosedWhileTheNeuronIdIsReadAsksForNoFile) {
+    for (const bool button : {false, true}) {
+        const Window window = Open();
+        const NoFileDialog none;
+        Host().Call(L"IDevice.NeuronID.get", 1, [&] { window->Unload(); });
+        Save(window, button);
+        EXPECT_FALSE(window->IsOpen());
+        EXPECT_EQ(Host().Count(L"IDevice.NeuronID.get"), 1);
+    }
 }
 
 TEST_F(CalibrationFiles, WindowClosedWhileTheUnitIsWritten) {

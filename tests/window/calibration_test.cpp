@@ -246,6 +246,41 @@ TEST_F(Procedure, SuccessIsNotToldOfAUnitThatHoldsSomethingElse) {
     EXPECT_TRUE(Calibration().IsComplete());
 }
 
+TEST_F(Procedure, EndWithoutSuccessShowsTheInstructionsAgain) {
+    const Window window = OpenPage();
+    const std::wstring instructions = Instructions(*window);
+    TakeLow(window);
+    for (const wchar_t* member : {L"IFile.ValueText.put", L"IDevice.NeuronID.get"}) {
+        SCOPED_TRACE(Narrow(member));
+        Type(*window, L"9.3");
+        Measure(6819);
+        Host().FailAlways(member);
+        TickHardware(*window);
+        Host().Restore();
+        EXPECT_EQ(Instructions(*window), instructions);
+        EXPECT_TRUE(Calibration().IsComplete());
+    }
+    SetToday(Date{2254, 1, 1});
+    TakeHigh(window);
+    EXPECT_EQ(Instructions(*window), instructions) << "a year that gives no values";
+}
+
+TEST_F(Procedure, UnitWhoseEntryIsLongerThanTheFactoryDataIsFinished) {
+    const Window window = OpenPage();
+    TakeLow(window);
+    Type(*window, L"9.3");
+    Measure(6819);
+    Host().Call(L"IFile.ValueText.put", 1,
+                [] { Host().Answer(L"IFile.ValueText.get", std::wstring(kCalibrated) + L"AABB"); });
+    Boxes().Answer(IDOK);
+    TickHardware(*window);
+    Host().Restore();
+    EXPECT_EQ(SeenBoxes(), Lines{kDoneBox});
+    EXPECT_EQ(FactoryText(), kCalibrated);
+    EXPECT_EQ(Calibration(), CalibrationRecord());
+    EXPECT_FALSE(window->TabShown(kTabCalibration));
+}
+
 // ---- what happens meanwhile
 
 TEST_F(Procedure, WindowClosedWhileABoxIsUp) {

@@ -163,6 +163,18 @@ TEST_F(Closing, WindowGoneInsideAnyCallOfAButton) {
             close);
 }
 
+TEST_F(Closing, WindowThatNothingElseHoldsLivesUntilItsButtonIsDone) {
+    const std::weak_ptr<frmVantor> window = Open();
+    const HWND button = PageItem(*window.lock(), kTabHw, IDC_CMDWINK);
+    Host().Call(L"IDevice.Wink", 1, [&] {
+        window.lock()->Unload();
+        EXPECT_FALSE(window.expired()) << "the page is still at work";
+    });
+    SendMessageW(button, BM_CLICK, 0, 0);
+    EXPECT_EQ(Host().Count(L"IDevice.Wink"), 1);
+    EXPECT_TRUE(window.expired());
+}
+
 TEST_F(Closing, LastReferenceDroppedInsideATick) {
     for (const TickFunction tick : kTicks) {
         auto device = MakeDevice();

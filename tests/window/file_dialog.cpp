@@ -11,8 +11,13 @@ namespace quillon::test {
 namespace {
 
 constexpr int kFileName = 0x47C;
+constexpr int kFileTypes = 0x470;
 
 FileDialog* g_expected = nullptr;
+
+HWND ShownDialog() {
+    return FirstThreadWindow([](HWND window) { return GetDlgItem(window, kFileName) != nullptr; });
+}
 
 }  // namespace
 
@@ -29,8 +34,7 @@ FileDialog::~FileDialog() {
 }
 
 void CALLBACK FileDialog::OnTimer(HWND, UINT, UINT_PTR timer, DWORD) {
-    const HWND dialog =
-        FirstThreadWindow([](HWND window) { return GetDlgItem(window, kFileName) != nullptr; });
+    const HWND dialog = ShownDialog();
     if (!dialog || !g_expected) return;
     KillTimer(nullptr, timer);
     g_expected->Answer(dialog);
@@ -40,9 +44,20 @@ void FileDialog::Answer(HWND dialog) {
     m_seen = true;
     m_title = WindowText(dialog);
     m_proposed = WindowText(GetDlgItem(dialog, kFileName));
+    m_filter = WindowText(GetDlgItem(dialog, kFileTypes));
     if (m_before) m_before();
     if (!m_name.empty()) SetDlgItemTextW(dialog, kFileName, m_name.c_str());
     PostMessageW(dialog, WM_COMMAND, static_cast<WPARAM>(m_name.empty() ? IDCANCEL : IDOK), 0);
+}
+
+NoFileDialog::NoFileDialog() : m_timer(SetTimer(nullptr, 0, 20, OnTimer)) {}
+
+void CALLBACK NoFileDialog::OnTimer(HWND, UINT, UINT_PTR timer, DWORD) {
+    const HWND dialog = ShownDialog();
+    if (!dialog) return;
+    KillTimer(nullptr, timer);
+    ADD_FAILURE() << "a file dialog that nobody expected";
+    PostMessageW(dialog, WM_COMMAND, IDCANCEL, 0);
 }
 
 bool WarmUpFileDialogs(const std::wstring& file) {

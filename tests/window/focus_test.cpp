@@ -289,7 +289,7 @@ TEST_F(Splash, IsShownWithThePictureWithoutTakingTheFocus) {
     EXPECT_NE(active, splash);
     EXPECT_NE(GetActiveWindow(), splash);
     EXPECT_EQ(GetWindowLongW(splash, GWL_EXSTYLE) & WS_EX_TOPMOST, 0);
-    EXPECT_EQ(GetWindowLongW(splash, GWL_STYLE) & WS_CAPTION & ~WS_BORDER, 0) << "borderless";
+    EXPECT_EQ(GetWindowLongW(splash, GWL_STYLE) & WS_CAPTION, 0) << "borderless";
     EXPECT_NE(SendDlgItemMessageW(splash, IDC_IMAGE1, STM_GETIMAGE, IMAGE_BITMAP, 0), 0);
     EXPECT_EQ(SendMessageW(splash, WM_MOUSEACTIVATE, 0, 0), MA_NOACTIVATE);
 }

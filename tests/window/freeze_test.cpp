@@ -24,6 +24,7 @@ protected:
         long reason = 0;
         EXPECT_EQ(device.As<IDevice>()->ChangedStatus(status.InOut(), &reason), S_OK);
     }
+    static HWND Monitor(const Window& window) { return PageItem(*window, kTabTest, IDC_LVMONITOR); }
 };
 
 TEST_F(Freezing, QuestionMarkDisablesTabsPagesAndActionMenu) {
@@ -174,6 +175,81 @@ TEST_F(Freezing, ChangedStatusOfOneDeviceThawsItsWindowAlone) {
     ExpectFrozen(right, true);
 }
 
+TEST_F(Freezing, ClosingTheFrozenWindowLetsTheOthersGoOn) {
+    const Window left = Open();
+    const Window right = Open(kRight);
+    Host().Silence(kLeft, true);
+    Tick(left);
+    ASSERT_TRUE(right->Freeze());
+    left->Unload();
+    EXPECT_FALSE(right->Freeze());
+    Host().Clear();
+    right->Tick(Timer::kTmrNvs);
+    EXPECT_EQ(Host().Count(L"Point.Value.get"), 1);
+}
+
+TEST_F(Freezing, ClosingAWindowLeavesAnotherOneFrozen) {
+    const Window left = Open();
+    const Window right = Open(kRight);
+    Host().Silence(kLeft, true);
+    Tick(left);
+    right->Unload();
+    EXPECT_TRUE(left->Freeze());
+    ExpectFrozen(left, true);
+}
+
+// ---- F5
+
+TEST_F(Freezing, F5LeavesTheListsOfASilentDeviceUntilItAnswers) {
+    const Window window = Open();
+    const auto rows = Rows(Monitor(window));
+    Host().Silence(kLeft, true);
+    Tick(window);
+    window->Update();
+    EXPECT_EQ(Rows(Monitor(window)), rows);
+    EXPECT_TRUE(IsRowGreyed(Monitor(window), 0)) << "asked for and not read";
+    EXPECT_EQ(Host().Count(L"Point.FormattedValue.get"), 0);
+    Host().Silence(kLeft, false);
+    PutValue(kLeft, 0, L"24");
+    Tick(window);
+    EXPECT_EQ(CellText(Monitor(window), 0, 1), L"24.00 degrees Celsius");
+    EXPECT_FALSE(IsRowGreyed(Monitor(window), 0));
+    Host().Clear();
+    Tick(window);
+    EXPECT_EQ(Host().Count(L"Point.Name.get"), 0) << "once is enough";
+}
+
+TEST_F(Freezing, StatusChangeThatThawsTheWindowBringsWhatF5AskedFor) {
+    const auto device = MakeDevice();
+    const Window window = ShowFocus(device);
+    window->SetFreeze(true);
+    window->Update();
+    PutValue(kLeft, 0, L"24");
+    TellStatus(device);
+    EXPECT_EQ(CellText(Monitor(window), 0, 1), L"24.00 degrees Celsius");
+}
+
+TEST_F(Freezing, F5ReadsTheStateThatThePollingRestsIn) {
+    Host().Answer(L"IDevice.State.get", L"06");
+    const Window window = Open();
+    window->SetFreeze(true);
+    Tick(window);
+    ExpectFrozen(window, true);
+    Host().Answer(L"IDevice.State.get", L"04");
+    window->Update();
+    EXPECT_EQ(window->StateNumberShown(), 4);
+    Tick(window);
+    ExpectFrozen(window, false);
+}
+
+TEST_F(Freezing, WindowThatThawsReadsNothingThatNobodyAskedFor) {
+    const Window window = Open();
+    window->SetFreeze(true);
+    Tick(window);
+    ExpectFrozen(window, false);
+    EXPECT_EQ(Host().Count(L"Point.Name.get"), 0);
+}
+
 class FreezingByState : public Freezing,
                         public ::testing::WithParamInterface<std::pair<const char*, bool>> {};
 
@@ -211,99 +287,6 @@ TEST_F(Freezing, WindowInAnyStateIsThawedByItsStatusChange) {
         ExpectFrozen(window, false);
         window->Unload();
     }
-}
-
-// ---- old values
-
-class OldValues : public Freezing {
-protected:
-    static bool LabelGreyed(const Window& window, int index) {
-        return IsLabelGreyed(PageItem(*window, kTabMain, IDC_LBLNV_FIRST + index));
-    }
-    static bool RowGreyed(const Window& window, int row) {
-        return IsRowGreyed(PageItem(*window, kTabTest, IDC_LVMONITOR), row);
-    }
-};
-
-TEST_F(OldValues, GreyAfterFifteenSilentIntervalsTextsUnchanged) {
-    const Window window = Open();
-    Tick(window, 5);
-    const std::wstring shown = Label(window, 0);
-    const auto rows = Rows(PageItem(*window, kTabTest, IDC_LVMONITOR));
-    Host().Silence(kLeft, true);
-    // The first silent tick only finds it out.
-    Tick(window, 1 + 14);
-    EXPECT_FALSE(LabelGreyed(window, 0));
-    EXPECT_FALSE(RowGreyed(window, 0));
-    Tick(window);
-    for (int label = 0; label < 5; ++label) EXPECT_TRUE(LabelGreyed(window, label)) << label;
-    for (int row = 0; row < 3; ++row) EXPECT_TRUE(RowGreyed(window, row)) << row;
-    EXPECT_EQ(Label(window, 0), shown);
-    EXPECT_EQ(Rows(PageItem(*window, kTabTest, IDC_LVMONITOR)), rows);
-}
-
-TEST_F(OldValues, EachValueIsShownAsUsualAgainWhenItIsRead) {
-    const Window window = Open();
-    Host().Silence(kLeft, true);
-    Tick(window, 20);
-    Host().Silence(kLeft, false);
-    Tick(window);
-    EXPECT_FALSE(LabelGreyed(window, 0));
-    EXPECT_TRUE(LabelGreyed(window, 1));
-    Tick(window, 4);
-    for (int label = 0; label < 5; ++label) EXPECT_FALSE(LabelGreyed(window, label)) << label;
-    EXPECT_TRUE(RowGreyed(window, 0));
-    window->Tick(Timer::kTmrNvs);
-    EXPECT_FALSE(RowGreyed(window, 0));
-    EXPECT_TRUE(RowGreyed(window, 1));
-}
-
-TEST_F(OldValues, NothingGrowsOldWhileTheDeviceAnswers) {
-    const Window window = Open();
-    Tick(window, 100);
-    for (int label = 0; label < 6; ++label) EXPECT_FALSE(LabelGreyed(window, label)) << label;
-    for (int row = 0; row < 3; ++row) EXPECT_FALSE(RowGreyed(window, row)) << row;
-}
-
-TEST_F(OldValues, MainViewGreysWhenReadingOneOfItsValuesKeepsFailing) {
-    const Window window = Open();
-    Tick(window, 5);
-    Host().FailAlways(L"Point.Value.get");
-    // The first failing tick only finds it out.
-    Tick(window, 1 + 14);
-    EXPECT_FALSE(LabelGreyed(window, 3));
-    Tick(window);
-    for (int label = 0; label < 5; ++label) EXPECT_TRUE(LabelGreyed(window, label)) << label;
-    for (int row = 0; row < 3; ++row) EXPECT_FALSE(RowGreyed(window, row)) << row;
-    Host().Restore();
-    Tick(window, 5);
-    for (int label = 0; label < 5; ++label) EXPECT_FALSE(LabelGreyed(window, label)) << label;
-}
-
-TEST_F(OldValues, RowGreysWhenReadingItKeepsFailing) {
-    const Window window = Open();
-    const auto tickRows = [&](int times) {
-        for (int tick = 0; tick < 3 * times; ++tick) window->Tick(Timer::kTmrNvs);
-    };
-    Host().FailAlways(L"Point.Value.get");
-    tickRows(14);
-    EXPECT_FALSE(RowGreyed(window, 0));
-    tickRows(1);
-    for (int row = 0; row < 3; ++row) EXPECT_TRUE(RowGreyed(window, row)) << row;
-    Host().Restore();
-    window->Tick(Timer::kTmrNvs);
-    EXPECT_FALSE(RowGreyed(window, 0));
-    EXPECT_TRUE(RowGreyed(window, 1));
-}
-
-TEST_F(OldValues, RestingTicksCountToo) {
-    Host().Answer(L"IDevice.State.get", L"06");
-    const Window window = Open();
-    window->SetFreeze(true);
-    Tick(window, 14);
-    EXPECT_FALSE(LabelGreyed(window, 2));
-    Tick(window);
-    EXPECT_TRUE(LabelGreyed(window, 2));
 }
 
 }  // namespace

@@ -27,6 +27,14 @@ protected:
             texts.push_back(PageText(*window, kTabHw, id));
         return texts;
     }
+    static void Tick(const Window& window, int times) {
+        for (int tick = 0; tick < times; ++tick) window->Tick(Timer::kTmrHw);
+    }
+    static void ExpectGreyed(const Window& window, bool greyed) {
+        EXPECT_EQ(IsLabelGreyed(PageItem(*window, kTabCalibration, IDC_LBLCOUNTS)), greyed);
+        for (int id = IDC_LEDTEXT_FIRST; id <= IDC_LEDTEXT_LAST; ++id)
+            EXPECT_EQ(IsLabelGreyed(PageItem(*window, kTabHw, id)), greyed) << id;
+    }
     static std::wstring Counts(const Window& window) {
         return PageText(*window, kTabCalibration, IDC_LBLCOUNTS);
     }
@@ -106,6 +114,37 @@ TEST_F(Hardware, UnreadableImageLeavesWhatIsShown) {
     Host().FailAlways(L"IFile.ValueText.get");
     window->Tick(Timer::kTmrHw);
     EXPECT_EQ(Counts(window), L"16");
+}
+
+TEST_F(Hardware, InputsThatCannotBeReadTurnGreyUntilTheyAre) {
+    const Window window = Open();
+    SetImage(Image({true, false, false, false}, L"0010"));
+    Tick(window, 20);
+    ExpectGreyed(window, false);
+    const Lines shown = InputTexts(window);
+    SetImage(L"?");
+    Tick(window, 14);
+    ExpectGreyed(window, false);
+    Tick(window, 1);
+    ExpectGreyed(window, true);
+    EXPECT_EQ(InputTexts(window), shown);
+    EXPECT_EQ(Counts(window), L"16");
+    SetImage(Image({true, false, false, false}, L"0010"));
+    Tick(window, 1);
+    ExpectGreyed(window, false);
+}
+
+TEST_F(Hardware, InputsOfAFrozenWindowTurnGreyToo) {
+    const Window window = Open();
+    SetImage(Image({}));
+    window->SetFreeze(true);
+    Tick(window, 14);
+    ExpectGreyed(window, false);
+    Tick(window, 1);
+    ExpectGreyed(window, true);
+    window->SetFreeze(false);
+    Tick(window, 1);
+    ExpectGreyed(window, false);
 }
 
 TEST_F(Hardware, DeviceWithoutAnImageShowsNothing) {

@@ -17,8 +17,8 @@ protected:
         SetKeyboardState(state);
     }
     // Takes a key message from the queue as a host does. True: it was used up on the way.
-    static bool Press(HWND control, WPARAM key, UINT kind = WM_KEYDOWN) {
-        EXPECT_TRUE(PostMessageW(control, kind, key, 1));
+    static bool Press(HWND control, WPARAM key, UINT kind = WM_KEYDOWN, LPARAM details = 1) {
+        EXPECT_TRUE(PostMessageW(control, kind, key, details));
         MSG message{};
         EXPECT_TRUE(PeekMessageW(&message, control, kind, kind, PM_REMOVE));
         EXPECT_EQ(message.wParam, key);
@@ -131,6 +131,32 @@ TEST_F(Keyboard, EnterAndF2OnARowAreUsedUp) {
     const HWND list = Focused(window, kTabTest, IDC_LVMONITOR);
     EXPECT_TRUE(Press(list, VK_RETURN));
     EXPECT_TRUE(Press(list, VK_F2));
+    EXPECT_EQ(Host().Log(), Lines());
+}
+
+TEST_F(Keyboard, EditorOfARowOpensAfterTheKeyNotInsideIt) {
+    const Window window = Open();
+    const HWND list = Focused(window, kTabTest, IDC_LVMONITOR);
+    ListView_SetItemState(list, 0, LVIS_SELECTED | LVIS_FOCUSED, LVIS_SELECTED | LVIS_FOCUSED);
+    // The editor fails before it comes up.
+    Host().FailAlways(L"Type.GenType.get");
+    for (const WPARAM key : {VK_RETURN, VK_F2}) {
+        Host().Clear();
+        EXPECT_TRUE(Press(list, key));
+        EXPECT_EQ(Host().Log(), Lines());
+        Poster::Drain();
+        EXPECT_EQ(Host().Count(L"Type.GenType.get"), 1);
+    }
+}
+
+TEST_F(Keyboard, KeyThatIsHeldDownOpensNoEditor) {
+    const Window window = Open();
+    const HWND list = Focused(window, kTabTest, IDC_LVMONITOR);
+    ListView_SetItemState(list, 0, LVIS_SELECTED | LVIS_FOCUSED, LVIS_SELECTED | LVIS_FOCUSED);
+    Host().FailAlways(L"Type.GenType.get");
+    for (const WPARAM key : {VK_RETURN, VK_F2})
+        EXPECT_TRUE(Press(list, key, WM_KEYDOWN, 1 | KF_REPEAT << 16));
+    Poster::Drain();
     EXPECT_EQ(Host().Log(), Lines());
 }
 

@@ -34,8 +34,10 @@ protected:
         ChooseModel(*window, 0);
         return window;
     }
+    // The tab changes only after the box.
     void PrintWell(const frmVantor& window) {
-        Boxes().Answer(IDOK);
+        const int tab = window.SelectedTab();
+        Boxes().Answer(IDOK, [&] { EXPECT_EQ(window.SelectedTab(), tab); });
         PressPrint(window);
         ASSERT_FALSE(Boxes().Seen().empty());
         EXPECT_EQ(Boxes().Seen().back().text, L"Etichetta stampata");
@@ -248,6 +250,20 @@ TEST_F(LabelPrinter, WindowClosedWhilePrinting) {
         Paper().Tell("fresh");
     }
     EXPECT_TRUE(Boxes().Seen().empty());
+}
+
+TEST_F(LabelPrinter, WindowThatNothingElseHoldsIsClosedWhilePrinting) {
+    const std::weak_ptr<frmVantor> window = OpenLabelTab(std::string(13000, 'x'));
+    const HWND button = PageItem(*window.lock(), kTabLabelPrint, IDC_NIMBRA_PRINTBUTTON);
+    Paper().Tell("stop");
+    Posted().Post([&] {
+        window.lock()->Unload();
+        EXPECT_FALSE(window.expired()) << "the print is still at work";
+    });
+    SendMessageW(button, BM_CLICK, 0, 0);
+    EXPECT_TRUE(window.expired());
+    EXPECT_FALSE(Paper().IsHeld());
+    Paper().Tell("fresh");
 }
 
 TEST_F(LabelPrinter, WindowClosedWhileTheNeuronIdIsRead) {

@@ -140,5 +140,18 @@ TEST_F(Label, WindowClosedUnderTheBoxOfAFailure) {
     EXPECT_FALSE(window->IsOpen());
 }
 
+TEST_F(Label, WindowThatNothingElseHoldsLivesUntilItsPrintEnds) {
+    const std::weak_ptr<frmVantor> window = OpenWith(OneModel("211", "9600,e,7,1"));
+    const HWND button = PageItem(*window.lock(), kTabLabelPrint, IDC_NIMBRA_PRINTBUTTON);
+    window.lock()->SelectTab(kTabLabelPrint);
+    ChooseModel(*window.lock(), 0);
+    Boxes().Answer(IDOK, [&] {
+        window.lock()->Unload();
+        EXPECT_FALSE(window.expired()) << "the print is still at work";
+    });
+    SendMessageW(button, BM_CLICK, 0, 0);
+    EXPECT_TRUE(window.expired());
+}
+
 }  // namespace
 }  // namespace quillon::test

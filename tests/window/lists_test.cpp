@@ -76,6 +76,43 @@ TEST_F(Lists, SmallImagesAreTheTwentyThreeOfTheDevice) {
         EXPECT_EQ(ListView_GetImageList(At(window, place), LVSIL_SMALL), images);
 }
 
+TEST_F(Lists, ImageKeysStandInTheirOrder) {
+    const Lines kOrder = {L"nvi",      L"vantor",    L"error",    L"nvofield", L"nvifield",
+                          L"cpfield",  L"nvo",       L"cp",       L"cross",    L"ledoff",
+                          L"switchon", L"switchoff", L"ledon",    L"Down_off", L"Down_on",
+                          L"Up_off",   L"Up_on",     L"Hand_off", L"Hand_on",  L"Page_off",
+                          L"Page_on",  L"Mode_off",  L"Mode_on"};
+    EXPECT_EQ(Lines(kImageKeys.begin(), kImageKeys.end()), kOrder);
+}
+
+TEST_F(Lists, SelectedRowIsForgottenWhenTheTabChanges) {
+    const Window window = Open();
+    for (const Place& place : kAll) {
+        const HWND list = At(window, place);
+        window->SelectTab(place.tab);
+        SetFocus(list);
+        ListView_SetItemState(list, 0, LVIS_SELECTED | LVIS_FOCUSED, LVIS_SELECTED | LVIS_FOCUSED);
+        ASSERT_EQ(ListView_GetSelectedCount(list), 1u);
+        window->SelectTab(kTabMain);
+        window->SelectTab(place.tab);
+        SetFocus(list);
+        ASSERT_EQ(ListView_GetSelectedCount(list), 0u) << place.id;
+        Choose(*window, IDM_EDIT_VALUE);
+        EXPECT_EQ(Host().Log(), Lines()) << place.id;
+    }
+}
+
+TEST_F(Lists, NullTextsAreEmptyOnes) {
+    const auto device = MakeDevice();
+    com::Variant null;
+    null.vt = VT_NULL;
+    for (const wchar_t* member : {L"Point.Name.get", L"Point.FormattedValue.get"})
+        Host().Answer(member, null);
+    const Window window = ShowFocus(device);
+    EXPECT_EQ(Rows(At(window, kMonitor)),
+              (std::vector<ShownRow>{{L"", L"", L"nvi"}, {L"", L"", L"nvo"}, {L"", L"", L"nvi"}}));
+}
+
 TEST_F(Lists, SourcesHoldTheEntriesAsReadAndThoseOfTheTestAsNumbers) {
     WriteSettings(Section("TestNVIs", {"0x", "1.4", "text", "007", "99999999999", "3"}) +
                   Section("CommissioningNCIs", {"7x", "07"}) +

@@ -75,6 +75,19 @@ TEST_F(Loading, WindowIsShownWithTheMainViewWhenItIsLoaded) {
     EXPECT_EQ(WindowText(window->Handle()), L"Merrowind Nimbra PlugIn");
 }
 
+TEST_F(Loading, TickBeforeTheWindowKnowsItsSettingsReadsNothing) {
+    const auto device = MakeDevice();
+    int ticked = 0;
+    Host().Call(L"IDevice.PollingPID.get", 1, [&] {
+        for (std::size_t timer = 1; timer <= frmVantor::kTimers; ++timer, ++ticked)
+            WindowOf(kLeft)->Tick(static_cast<Timer>(timer));
+    });
+    const Window window = ShowFocus(device);
+    EXPECT_EQ(ticked, 5);
+    EXPECT_EQ(PageText(*window, kTabMain, IDC_LBLNV_FIRST), L"");
+    EXPECT_EQ(Host().Count(L"Point.Value.get"), 0);
+}
+
 TEST_F(Loading, LabelPrintPageSaysToChooseAModel) {
     const Window window = Open();
     EXPECT_EQ(PageText(*window, kTabLabelPrint, IDC_LABELFILENAME),

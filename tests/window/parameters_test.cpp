@@ -13,12 +13,14 @@ protected:
         const ParameterForm form(std::move(act));
         Choose(*window, IDM_PARAM_DOWNLOAD);
         m_title = file.Title();
+        EXPECT_EQ(file.Filter(), L"CPS Files (*.cps)");
     }
     void Save(const Window& window) {
         const FileDialog file(Source());
         Choose(*window, IDM_PARAM_SAVE);
         m_title = file.Title();
         m_proposed = file.Proposed();
+        EXPECT_EQ(file.Filter(), L"CPS Files (*.cps)");
     }
     std::wstring PropertyOf(std::wstring_view neuron, int index) {
         Host().Record(false);
@@ -185,7 +187,7 @@ TEST_F(Parameters, DisplayCommandsAskForAFile) {
     const auto ask = [](const Window& window, int command) {
         const FileDialog dialog({});
         Choose(*window, command);
-        return Lines{dialog.Title(), dialog.Proposed()};
+        return Lines{dialog.Title(), dialog.Proposed(), dialog.Filter()};
     };
     {
         // What the system keeps after it has listed files of every kind is not counted.
@@ -196,8 +198,10 @@ TEST_F(Parameters, DisplayCommandsAskForAFile) {
     }
     CountAgain();
     const Window window = Open();
-    EXPECT_EQ(ask(window, IDM_DISPLAY_SAVE), (Lines{L"Save Display to file...", L"Left"}));
-    EXPECT_EQ(ask(window, IDM_DISPLAY_DOWNLOAD), (Lines{L"Download Display from file...", L""}));
+    EXPECT_EQ(ask(window, IDM_DISPLAY_SAVE),
+              (Lines{L"Save Display to file...", L"Left", L"All Files (*.*)"}));
+    EXPECT_EQ(ask(window, IDM_DISPLAY_DOWNLOAD),
+              (Lines{L"Download Display from file...", L"", L"All Files (*.*)"}));
     EXPECT_TRUE(ActionMenuEnabled(*window));
 }
 

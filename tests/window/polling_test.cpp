@@ -172,6 +172,18 @@ TEST_F(MainView, WrongTypesFromTheHostAreNoValue) {
     EXPECT_EQ(Label(window, 0), L"22.50 degrees Celsius");
 }
 
+TEST_F(MainView, NullIsAnEmptyText) {
+    const Window window = Open();
+    window->Tick(Timer::kTmrPolling);
+    EXPECT_EQ(Label(window, 0), L"22.50 degrees Celsius");
+    com::Variant null;
+    null.vt = VT_NULL;
+    Host().Answer(L"Point.FormattedValue.get", null);
+    TickTimes(window, 5);
+    EXPECT_EQ(Label(window, 0), L"");
+    EXPECT_EQ(LookUps().size(), 6u);
+}
+
 TEST_F(MainView, UnchangedLabelIsNotWrittenAgain) {
     const Window window = Open();
     TickTimes(window, 5);

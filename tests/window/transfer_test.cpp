@@ -17,6 +17,36 @@ protected:
         WindowTest::TearDown();
     }
     const std::wstring& File() const { return m_file; }
+    // The focus is on a selected row that has an editor, which fails before it comes up.
+    static HWND SelectRow(const Window& window) {
+        window->SelectTab(kTabTune);
+        const HWND list = PageItem(*window, kTabTune, IDC_LVCPS);
+        SetFocus(list);
+        ListView_SetItemState(list, 1, LVIS_SELECTED | LVIS_FOCUSED, LVIS_SELECTED | LVIS_FOCUSED);
+        Host().FailAlways(L"Type.GenType.get");
+        return list;
+    }
+    // All that an operator can do to a row, and to what may stop a command that runs.
+    static void Meddle(const Window& window, HWND list) {
+        Choose(*window, IDM_EDIT_VALUE);
+        NMITEMACTIVATE click{};
+        click.hdr = {list, IDC_LVCPS, static_cast<UINT>(NM_DBLCLK)};
+        SendMessageW(GetParent(list), WM_NOTIFY, IDC_LVCPS, reinterpret_cast<LPARAM>(&click));
+        PostMessageW(list, WM_KEYDOWN, VK_RETURN, 1);
+        MSG key{};
+        PeekMessageW(&key, list, WM_KEYDOWN, WM_KEYDOWN, PM_REMOVE);
+        Press(*window, kTabHw, IDC_CMDWINK);
+        Press(*window, kTabHw, IDC_HW_RESET);
+        Press(*window, kTabMain, IDC_MAIN_RESET);
+        for (const int command : {IDM_ABOUT, IDM_DOCUMENTATION, IDM_HELP_TOPICS})
+            Choose(*window, command);
+    }
+    static void ExpectNothingCameOfIt() {
+        Poster::Drain();
+        EXPECT_EQ(Host().Count(L"Type.GenType.get"), 0) << "an editor";
+        EXPECT_EQ(Host().Count(L"IDevice.Wink"), 0);
+        EXPECT_EQ(Host().Count(L"IDevice.Reset"), 0);
+    }
 
 private:
     std::wstring m_file;
@@ -28,6 +58,7 @@ TEST_F(Transfer, ExportWritesTheFileThatTheOperatorNames) {
     Choose(*window, IDM_APPLICATION_SAVE);
     EXPECT_EQ(dialog.Title(), L"Save Application to file...");
     EXPECT_EQ(dialog.Proposed(), L"Left.app");
+    EXPECT_EQ(dialog.Filter(), L"APP Files (*.app)");
     EXPECT_TRUE(FileExists(File()));
     EXPECT_TRUE(ActionMenuEnabled(*window));
 }
@@ -67,6 +98,42 @@ TEST_F(Transfer, ActionMenuRestsAndTheSameCommandIsLeftOutMeanwhile) {
     EXPECT_TRUE(ActionMenuEnabled(*window));
 }
 
+TEST_F(Transfer, NothingOpensAndNothingIsResetWhileACommandWorks) {
+    const Window window = Open();
+    const HWND list = SelectRow(window);
+    int meddled = 0;
+    const auto meddleAt = [&](const wchar_t* member) {
+        Host().Call(member, 1, [&] {
+            ++meddled;
+            SetFocus(list);
+            Meddle(window, list);
+        });
+    };
+    meddleAt(L"Point.Name.get");
+    {
+        const FileDialog dialog(File());
+        Choose(*window, IDM_APPLICATION_SAVE);
+    }
+    ExpectNothingCameOfIt();
+    SelectRow(window);
+    meddleAt(L"IDevice.SISD.get");
+    {
+        const FileDialog dialog(File());
+        Choose(*window, IDM_APPLICATION_DOWNLOAD);
+    }
+    ExpectNothingCameOfIt();
+    SelectRow(window);
+    // The lists are empty then; buttons and boxes are there.
+    meddleAt(L"IDevice.ConfigProperties.get");
+    window->Update();
+    ExpectNothingCameOfIt();
+    EXPECT_EQ(meddled, 3);
+    EXPECT_TRUE(Boxes().Seen().empty());
+    SelectRow(window);
+    Choose(*window, IDM_EDIT_VALUE);
+    EXPECT_EQ(Host().Count(L"Type.GenType.get"), 1) << "after the command";
+}
+
 TEST_F(Transfer, FrozenWindowStaysDisabledAfterAnExport) {
     const Window window = Open();
     const FileDialog dialog(File());
@@ -85,6 +152,7 @@ TEST_F(Transfer, DownloadGivesTheFileToTheDeviceAndRefreshesTheState) {
     const FileDialog dialog(File());
     Choose(*window, IDM_APPLICATION_DOWNLOAD);
     EXPECT_EQ(dialog.Title(), L"Download Application from file...");
+    EXPECT_EQ(dialog.Filter(), L"APP Files (*.app)");
     EXPECT_EQ(Host().Reports().size(), 1u);
     EXPECT_GT(Host().Count(L"IDevice.State.get"), 0);
 }
@@ -158,6 +226,14 @@ TEST_F(Transfer, WindowClosedDuringADownload) {
         Choose(*window, IDM_APPLICATION_DOWNLOAD);
         EXPECT_FALSE(window->IsOpen());
     }
+}
+
+TEST_F(Transfer, WindowClosedWhileTheDevicesNameIsReadAsksForNoFile) {
+    const Window window = Open();
+    const NoFileDialog none;
+    Host().Call(L"IDevice.DisplayName.get", 1, [&] { window->Unload(); });
+    Choose(*window, IDM_APPLICATION_SAVE);
+    EXPECT_FALSE(window->IsOpen());
 }
 
 TEST_F(Transfer, WindowClosedWhileTheFileDialogIsUp) {

@@ -62,6 +62,7 @@ check "value kept" 0 out "^25.50$" --network "$work/saved.json" get Left nv nviS
 import="$work/made.json"
 check "imported interface" 0 out "Imported 8 network variables" --network "$network" \
     import "$example" "$import" 0000000000D1
+check "import asks no host" 0 out "Imported 8" --network "$work/none.json" import "$example" "$import" 0000000000D1
 check "network of it" 0 out "0000000000D1.*thermostat.*9FFFFF0600050401" --network "$import" list
 check "initial value" 0 out "^60.0$" --network "$import" get 0000000000D1 nv nciSndHrtBt value
 check "text of the maker" 0 out "^Hall$" --network "$import" get thermostat nv nciLocation value
