@@ -31,13 +31,13 @@ std::string Narrow(std::wstring_view text, bool* lossy, unsigned codePage) {
     const UINT page = Known(codePage);
     const bool whole = HasEveryCharacter(page);
     const DWORD flags = whole ? 0 : WC_NO_BEST_FIT_CHARS;
-    const int wide = static_cast<int>(text.size());
+    const int size = static_cast<int>(text.size());
     BOOL replaced = FALSE;
     std::string narrow(
-        Length(WideCharToMultiByte(page, flags, text.data(), wide, nullptr, 0, nullptr, nullptr),
+        Length(WideCharToMultiByte(page, flags, text.data(), size, nullptr, 0, nullptr, nullptr),
                text.empty()),
         '\0');
-    WideCharToMultiByte(page, flags, text.data(), wide, narrow.data(),
+    WideCharToMultiByte(page, flags, text.data(), size, narrow.data(),
                         static_cast<int>(narrow.size()), nullptr, whole ? nullptr : &replaced);
     // Half a surrogate pair is no character.
     if (lossy) *lossy = replaced || (whole && Widen(narrow, page) != text);
@@ -46,10 +46,10 @@ std::string Narrow(std::wstring_view text, bool* lossy, unsigned codePage) {
 
 std::wstring Widen(std::string_view text, unsigned codePage) {
     const UINT page = Known(codePage);
-    const int narrow = static_cast<int>(text.size());
+    const int size = static_cast<int>(text.size());
     std::wstring wide(
-        Length(MultiByteToWideChar(page, 0, text.data(), narrow, nullptr, 0), text.empty()), L'\0');
-    MultiByteToWideChar(page, 0, text.data(), narrow, wide.data(), static_cast<int>(wide.size()));
+        Length(MultiByteToWideChar(page, 0, text.data(), size, nullptr, 0), text.empty()), L'\0');
+    MultiByteToWideChar(page, 0, text.data(), size, wide.data(), static_cast<int>(wide.size()));
     return wide;
 }
 

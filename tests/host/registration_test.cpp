@@ -195,18 +195,18 @@ TEST_F(Registration, ProgIdsStayWhileTheOtherBitnessIsRegistered) {
     if (sizeof(void*) == 4) GTEST_SKIP() << "a 32-bit system has no other";
     const std::wstring path = L"Software\\Classes\\CLSID\\" + GuidText(CLSID_CDevice);
     HKEY key = nullptr;
-    ASSERT_EQ(RegCreateKeyExW(HKEY_CURRENT_USER, path.c_str(), 0, nullptr, 0,
+    ASSERT_EQ(RegCreateKeyExW(HKEY_LOCAL_MACHINE, path.c_str(), 0, nullptr, 0,
                               KEY_WRITE | KEY_WOW64_32KEY, nullptr, &key, nullptr),
               ERROR_SUCCESS);
     RegCloseKey(key);
-    EXPECT_EQ(Install(true, L"user"), S_OK);
-    EXPECT_EQ(Install(false, L"user"), S_OK);
-    const Tree tree = ClassesOf(HKEY_CURRENT_USER);
+    EXPECT_EQ(Server("DllRegisterServer"), S_OK);
+    EXPECT_EQ(Server("DllUnregisterServer"), S_OK);
+    const Tree tree = ClassesOf(HKEY_LOCAL_MACHINE);
     EXPECT_TRUE(tree.contains(L"\\quillon.cdevice\\clsid"));
     EXPECT_FALSE(tree.contains(L"\\quillon.cprofile"));
-    EXPECT_EQ(RegDeleteKeyExW(HKEY_CURRENT_USER, path.c_str(), KEY_WOW64_32KEY, 0), ERROR_SUCCESS);
-    EXPECT_EQ(Install(false, L"user"), S_OK);
-    EXPECT_EQ(Difference(ClassesOf(HKEY_CURRENT_USER), m_user), Lines());
+    EXPECT_EQ(RegDeleteKeyExW(HKEY_LOCAL_MACHINE, path.c_str(), KEY_WOW64_32KEY, 0), ERROR_SUCCESS);
+    EXPECT_EQ(Server("DllUnregisterServer"), S_OK);
+    EXPECT_EQ(Difference(ClassesOf(HKEY_LOCAL_MACHINE), m_machine), Lines());
 }
 
 TEST_F(Registration, RegisteringAndUnregisteringTwiceSucceeds) {

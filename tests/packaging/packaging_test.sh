@@ -66,7 +66,9 @@ ours=$(printf '%s' "$root" | sed -E 's|[^/[:alnum:]]|.|g; s|/|[/\\\\]+|g')
 names_us() { cat "$@" | sed -E "s|$ours||gI" | grep -iE 'quillon|A930D55D-9545|142C8364-7806' >"$out.names" && head -5 "$out.names"; }
 keys() { cat "$prefix"/*.reg | grep '^\[' | sed 's/\] .*/]/' | LC_ALL=C sort; }
 same_keys() { keys | diff "$1" -; }
-windows_path() { run winepath -w "$1" && tr -d '\r\n' <"$out"; }
+# Short, for _?= takes no blank: quoted, it is no switch, and the uninstaller goes on in a copy of its own.
+windows_path() { run winepath "$@" && tr -d '\r\n' <"$out"; }
+short_path() { windows_path -s "$(windows_path -w "$1")"; }
 has() { [ -f "$place/$1" ]; }
 in_start_menu() { # PATTERN...
     local text pattern
@@ -143,7 +145,7 @@ stopped_by() { # FILE
     mv "$place/$1" "$work/$arch.file"
     mkdir "$place/$1"
     check "$1 that cannot be replaced stops the installer" ends_with 3 "$work/Quillon-2.1.15-setup.exe" /S
-    check "$1 that cannot be removed stops the uninstaller" ends_with 3 "$place/uninstall.exe" /S "_?=$(windows_path "$place")"
+    check "$1 that cannot be removed stops the uninstaller" ends_with 3 "$place/uninstall.exe" /S "_?=$(short_path "$place")"
     rmdir "$place/$1"
     mv "$work/$arch.file" "$place/$1"
 }
@@ -182,7 +184,7 @@ for_the_user() {
     # Wine keeps a user's type library for the machine.
     check "no class is registered for the machine" [ -z "$(registered_in "$prefix/system.reg" 32)" ]
     # Waits for its end, and so cannot remove its own file.
-    check "uninstalls for the user" ends_with 0 "$place/uninstall.exe" /CurrentUser /S "_?=$(windows_path "$place")"
+    check "uninstalls for the user" ends_with 0 "$place/uninstall.exe" /CurrentUser /S "_?=$(short_path "$place")"
     flushed
     check "no file is left: $(left_over)" eval '[ -z "$(left_over)" ] || [ "$(left_over)" = "./uninstall.exe " ]'
     check_not "no key is left" names_us "$prefix/system.reg" "$prefix/user.reg"
