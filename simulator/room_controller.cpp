@@ -187,16 +187,15 @@ Bytes RoomController::ReadMemory(long address, std::size_t length) const {
          kept != m_memory.end() && kept->first - address < static_cast<long>(length); ++kept)
         bytes[static_cast<std::size_t>(kept->first - address)] = kept->second;
     // Of entries that overlap the first counts, so it is laid last.
-    for (auto last = m_files.rbegin(); last != m_files.rend(); ++last) {
-        const FileEntry& entry = *last;
-        if (entry.address == 0) continue;
+    std::for_each(m_files.rbegin(), m_files.rend(), [&](const FileEntry& entry) {
+        if (entry.address == 0) return;
         const long from = std::max(address, entry.address);
         const long to = std::min(address + static_cast<long>(length),
                                  entry.address + static_cast<long>(entry.value.size()));
         for (long at = from; at < to; ++at)
             bytes[static_cast<std::size_t>(at - address)] =
                 entry.value[static_cast<std::size_t>(at - entry.address)];
-    }
+    });
     return bytes;
 }
 

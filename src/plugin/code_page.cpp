@@ -15,6 +15,13 @@ bool HasEveryCharacter(UINT codePage) {
     return codePage == CP_UTF8 || codePage == kGb18030;
 }
 
+// Half a surrogate pair is no character, and lost in any code page.
+bool HasHalfPairs(UINT codePage, std::wstring_view text) {
+    return !text.empty() &&
+           WideCharToMultiByte(codePage, WC_ERR_INVALID_CHARS, text.data(),
+                               static_cast<int>(text.size()), nullptr, 0, nullptr, nullptr) == 0;
+}
+
 UINT Known(unsigned codePage) {
     return codePage ? codePage : GetACP();
 }
@@ -39,8 +46,7 @@ std::string Narrow(std::wstring_view text, bool* lossy, unsigned codePage) {
         '\0');
     WideCharToMultiByte(page, flags, text.data(), size, narrow.data(),
                         static_cast<int>(narrow.size()), nullptr, whole ? nullptr : &replaced);
-    // Half a surrogate pair is no character.
-    if (lossy) *lossy = replaced || (whole && Widen(narrow, page) != text);
+    if (lossy) *lossy = replaced || (whole && HasHalfPairs(page, text));
     return narrow;
 }
 

@@ -48,7 +48,9 @@ TEST_F(TextTest, MovingAndAssigningHandOver) {
 
 TEST_F(TextTest, TextThatNoBstrCanHoldIsAMemoryShortage) {
     const wchar_t character = L'x';
-    const std::wstring_view tooLong(&character, 0x7FFFFFFF);  // refused before it is looked at
+    constexpr std::size_t kTooLong = 0x7FFFFFFF;
+    // NOLINTNEXTLINE(bugprone-string-constructor): refused before it is looked at
+    const std::wstring_view tooLong(&character, kTooLong);
     EXPECT_THROW(com::NewBstr(tooLong), std::bad_alloc);
 }
 

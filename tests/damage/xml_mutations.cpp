@@ -122,14 +122,16 @@ void RenameAttribute(std::string& text, Random& random) {
     text.replace(places[random.Below(places.size())], 4, random.Pick(kNames));
 }
 
+constexpr const char* kEntityBomb =
+    "<!DOCTYPE Configuration [<!ENTITY a \"aaaaaaaaaa\"><!ENTITY b \"&a;&a;&a;&a;&a;&a;\">"
+    "<!ENTITY c \"&b;&b;&b;&b;&b;&b;\"><!ENTITY e \"&c;&c;&c;&c;&c;&c;&c;&c;\">]>";
+
 // Before the root element, with what it declares used somewhere.
 void AddDocumentType(std::string& text, Random& random) {
     const char* const kTypes[] = {
         "<!DOCTYPE Configuration>", "<!DOCTYPE Configuration [<!ENTITY e \"0A1B\">]>",
         "<!DOCTYPE Configuration [<!ENTITY e SYSTEM \"file:///c:/windows/win.ini\">]>",
-        "<!DOCTYPE Configuration SYSTEM \"http://localhost:1/x.dtd\">",
-        "<!DOCTYPE Configuration [<!ENTITY a \"aaaaaaaaaa\"><!ENTITY b \"&a;&a;&a;&a;&a;&a;\">"
-        "<!ENTITY c \"&b;&b;&b;&b;&b;&b;\"><!ENTITY e \"&c;&c;&c;&c;&c;&c;&c;&c;\">]>"};
+        "<!DOCTYPE Configuration SYSTEM \"http://localhost:1/x.dtd\">", kEntityBomb};
     const std::size_t root = text.find("<Configuration");
     if (root == std::string::npos) return;
     const std::size_t content = text.find("<AppObjects>");

@@ -139,7 +139,7 @@ std::vector<Fault> SweepTest::AtAllocations(const Seen& good, std::size_t most) 
     const auto all = static_cast<std::size_t>(good.allocations);
     const std::size_t count = std::min(all, most);
     for (std::size_t i = 0; i < count; ++i) {
-        const auto nth = static_cast<long>(i * all / count + 1);
+        const long nth = static_cast<long>(i * all / count) + 1;
         faults.push_back(
             {"allocation " + std::to_string(nth),
              [=, this](Stage&) { Platform().Fail(PlatformFaults::kMemory, nth, false); },

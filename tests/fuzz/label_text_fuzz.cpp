@@ -53,7 +53,7 @@ void CheckLabel(std::string_view bytes) {
         ++changed;
         Require(std::string_view("nYW").find(before[i]) != std::string_view::npos);
     }
-    Require(changed <= 5 * kNeuronPlace.size() + 3 * 4);
+    Require(changed <= 5 * kNeuronPlace.size() + std::size_t{3} * 4);
 }
 
 void CheckTexts(const std::wstring& text) {

@@ -165,7 +165,7 @@ TEST(AnalogInput, CountsFlickerAroundTheVoltageOfTheSwitch) {
                 least = std::min(least, counts);
                 most = std::max(most, counts);
             }
-            EXPECT_NEAR((least + most) / 2, high ? 6819 : 1753, high ? 95 : 42);
+            EXPECT_NEAR((least + most) / 2.0, high ? 6819 : 1753, high ? 95 : 42);
             EXPECT_GT(most, least);
             EXPECT_LE(most - least, 6);
         }

@@ -111,7 +111,8 @@ void Poster::Post(std::function<void()> function) {
             function();
         });
     ++m_waiting;
-    if (PostMessageW(m_window, kRun, 0, reinterpret_cast<LPARAM>(work.get()))) work.release();
+    if (PostMessageW(m_window, kRun, 0, reinterpret_cast<LPARAM>(work.get())))
+        static_cast<void>(work.release());  // it is the window's
 }
 
 void Poster::Discard() {

@@ -47,7 +47,7 @@ public:
         com::Check(CoRegisterClassObject(CLSID_Device, m_library->Factory(CLSID_Device).Get(),
                                          CLSCTX_INPROC_SERVER, REGCLS_MULTIPLEUSE, &m_cookie));
     }
-    void RevokeDeviceClass() { CoRevokeClassObject(m_cookie); }
+    void RevokeDeviceClass() const { CoRevokeClassObject(m_cookie); }
 
     Library& Own() { return *m_library; }
     Simulator& Control() { return *m_simulator; }

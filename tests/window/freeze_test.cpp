@@ -255,10 +255,8 @@ class FreezingByState : public Freezing,
 
 TEST_P(FreezingByState, MainViewRestsInSomeStatesOnly) {
     const auto& [state, rests] = GetParam();
-    const Window window = [&] {
-        Host().Answer(L"IDevice.State.get", Wide(state));
-        return Open();
-    }();
+    Host().Answer(L"IDevice.State.get", Wide(state));
+    const Window window = Open();
     window->SetFreeze(true);
     Host().Clear();
     Tick(window, 3);
