@@ -7,6 +7,7 @@
 #include <fstream>
 #include <functional>
 #include <iterator>
+#include <system_error>
 
 namespace quillon::test {
 namespace {
@@ -67,7 +68,11 @@ void Printer::Tell(const char* command) const {
 void Printer::Ask(const char* command) const {
     const std::filesystem::path folder(m_folder);
     std::ofstream(folder / "do.new") << command;
-    std::filesystem::rename(folder / "do.new", folder / "do");
+    // The printer may take the word away while the system still looks at what it has renamed.
+    std::error_code failed;
+    std::filesystem::rename(folder / "do.new", folder / "do", failed);
+    if (failed && std::filesystem::exists(folder / "do.new"))
+        throw std::filesystem::filesystem_error("the printer is not told", failed);
 }
 
 }  // namespace quillon::test
