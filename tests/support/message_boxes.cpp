@@ -141,7 +141,9 @@ void CALLBACK MessageBoxes::OnTimer(HWND, UINT, UINT_PTR timer, DWORD) {
     }
 }
 
+// A box that has gone meanwhile may have left its number to a window of another process.
 void MessageBoxes::OnShown(HWND window) {
+    if (GetWindowThreadProcessId(window, nullptr) != GetCurrentThreadId()) return;
     auto box = ReadBox(window);
     if (!box) return;
     const auto reply = TakeReply(*box);
