@@ -103,8 +103,7 @@ fi
 # Both bitnesses are tested side by side, each in a Wine prefix of its own.
 tests_of() { # PRESET ARCH
     local begin=$SECONDS result
-    scripts/wine-run.sh "$2" start
-    run_tests "$1" >"build/$1.tests.txt" 2>&1
+    { scripts/wine-run.sh "$2" start && run_tests "$1"; } >"build/$1.tests.txt" 2>&1
     result=$?
     scripts/wine-run.sh "$2" stop
     echo $((SECONDS - begin)) >"build/$1.seconds"
