@@ -22,7 +22,7 @@ void SetRecord(IErrorInfo* record) noexcept {
     SetErrorInfo(0, record);
 }
 
-HRESULT Shortage() noexcept {
+HRESULT CountShortage() noexcept {
     ++g_shortages;
     SetRecord(nullptr);
     return E_OUTOFMEMORY;
@@ -66,9 +66,9 @@ HRESULT ResultOfCurrentException() noexcept {
         SetRecord(error.Record().Get());
         return error.Result();
     } catch (const std::bad_alloc&) {
-        return Shortage();
+        return CountShortage();
     } catch (const std::length_error&) {
-        return Shortage();
+        return CountShortage();
     } catch (const std::exception& error) {
         return WithText(E_FAIL, error);
     } catch (...) {
@@ -82,7 +82,7 @@ void Swallow() noexcept {
     SetRecord(nullptr);
 }
 
-unsigned SwallowedShortages() noexcept {
+unsigned Shortages() noexcept {
     return g_shortages;
 }
 

@@ -48,7 +48,7 @@ HRESULT ResultOfCurrentException() noexcept;
 void Swallow() noexcept;
 // How many shortages of memory of its own this module has met. What others answer is not counted,
 // E_OUTOFMEMORY neither.
-unsigned SwallowedShortages() noexcept;
+unsigned Shortages() noexcept;
 
 // Runs a piece that promises to end quietly: any exception yields a value-initialised result.
 template <class F>
@@ -65,9 +65,9 @@ auto Quietly(F&& f) noexcept -> decltype(f()) {
 // of our own: then std::bad_alloc is thrown at its end.
 template <class F>
 auto InFull(F&& f) -> decltype(f()) {
-    const unsigned before = SwallowedShortages();
+    const unsigned before = Shortages();
     const auto require = [&] {
-        if (SwallowedShortages() != before) throw std::bad_alloc();
+        if (Shortages() != before) throw std::bad_alloc();
     };
     if constexpr (std::is_void_v<decltype(f())>) {
         f();

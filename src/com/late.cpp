@@ -49,6 +49,11 @@ Variant Get(IDispatch* object, const wchar_t* member, std::initializer_list<Vari
     return result;
 }
 
+std::wstring GetText(IDispatch* object, const wchar_t* member) {
+    const Variant value = Get(object, member);
+    return value.vt == VT_NULL ? std::wstring() : value.AsText();
+}
+
 void Put(IDispatch* object, const wchar_t* member, const Variant& value) {
     const DISPID id = IdOf(object, member);
     DISPID named = DISPID_PROPERTYPUT;

@@ -3,6 +3,7 @@
 #pragma once
 
 #include <initializer_list>
+#include <string>
 
 #include "com/platform.h"
 #include "com/variant.h"
@@ -12,6 +13,9 @@ namespace quillon::com {
 // Reads a property, or calls a method for its result.
 Variant Get(IDispatch* object, const wchar_t* member,
             std::initializer_list<Variant> arguments = {});
+
+// Reads a property as text; Null is an empty one.
+std::wstring GetText(IDispatch* object, const wchar_t* member);
 
 // Writes a property.
 void Put(IDispatch* object, const wchar_t* member, const Variant& value);

@@ -6,26 +6,17 @@
 
 namespace quillon {
 
-namespace {
-
-std::wstring TextOf(const com::Ptr<IDispatch>& object, const wchar_t* member) {
-    const com::Variant value = com::Get(object.Get(), member);
-    return value.vt == VT_NULL ? std::wstring() : value.AsText();
-}
-
-}  // namespace
-
 const std::wstring& PointType::GenType() const {
-    if (!m_genType) m_genType = TextOf(m_object, host::type::kGenType);
+    if (!m_genType) m_genType = com::GetText(m_object.Get(), host::type::kGenType);
     return *m_genType;
 }
 
 std::wstring PointType::Units() const {
-    return TextOf(m_object, host::type::kUnits);
+    return com::GetText(m_object.Get(), host::type::kUnits);
 }
 
 std::wstring PointType::InvalidValue() const {
-    return TextOf(m_object, host::type::kInvalidValue);
+    return com::GetText(m_object.Get(), host::type::kInvalidValue);
 }
 
 std::int32_t PointType::BCoef() const {
@@ -33,11 +24,11 @@ std::int32_t PointType::BCoef() const {
 }
 
 std::wstring PointType::EnumDesc() const {
-    return TextOf(m_object, host::type::kEnumDesc);
+    return com::GetText(m_object.Get(), host::type::kEnumDesc);
 }
 
 std::wstring DataPoint::Value() const {
-    return TextOf(m_object, host::point::kValue);
+    return com::GetText(m_object.Get(), host::point::kValue);
 }
 
 void DataPoint::SetValue(std::wstring_view text) const {
@@ -45,15 +36,15 @@ void DataPoint::SetValue(std::wstring_view text) const {
 }
 
 std::wstring DataPoint::FormattedValue() const {
-    return TextOf(m_object, host::point::kFormattedValue);
+    return com::GetText(m_object.Get(), host::point::kFormattedValue);
 }
 
 std::wstring DataPoint::Name() const {
-    return TextOf(m_object, host::point::kName);
+    return com::GetText(m_object.Get(), host::point::kName);
 }
 
 std::wstring DataPoint::Key() const {
-    return TextOf(m_object, host::point::kKey);
+    return com::GetText(m_object.Get(), host::point::kKey);
 }
 
 std::int32_t DataPoint::NVDirection() const {
@@ -61,11 +52,11 @@ std::int32_t DataPoint::NVDirection() const {
 }
 
 std::wstring DataPoint::MinOverride() const {
-    return TextOf(m_object, host::point::kMinOverride);
+    return com::GetText(m_object.Get(), host::point::kMinOverride);
 }
 
 std::wstring DataPoint::MaxOverride() const {
-    return TextOf(m_object, host::point::kMaxOverride);
+    return com::GetText(m_object.Get(), host::point::kMaxOverride);
 }
 
 const PointType& DataPoint::SNVType() const {

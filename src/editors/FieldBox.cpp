@@ -2,6 +2,8 @@
 //
 #include <commctrl.h>
 
+#include "ui/keyboard.h"
+
 namespace quillon {
 
 namespace {
@@ -116,7 +118,7 @@ std::optional<LRESULT> FieldBox::OnCharacter(wchar_t character, LPARAM lParam) {
             return 0;
         case KeyAct::kAccept:
             // A loop that is no dialog's hands over the keys that a held one repeats.
-            if (!(HIWORD(lParam) & KF_REPEAT)) m_rules->OnAccept();
+            if (!ui::IsRepeated(lParam)) m_rules->OnAccept();
             return 0;
         case KeyAct::kDrop:
             break;

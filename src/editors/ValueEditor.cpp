@@ -4,6 +4,7 @@
 
 #include "com/error.h"
 #include "plugin/field_text.h"
+#include "ui/keyboard.h"
 #include "ui/message_box.h"
 
 namespace quillon {
@@ -36,8 +37,8 @@ private:
     static LRESULT CALLBACK OnMessage(int code, WPARAM wParam, LPARAM lParam) noexcept {
         if (code == MSGF_DIALOGBOX) {
             const auto& key = *reinterpret_cast<const MSG*>(lParam);
-            const bool held = key.message == WM_KEYDOWN && key.wParam == VK_RETURN &&
-                              (HIWORD(key.lParam) & KF_REPEAT);
+            const bool held =
+                key.message == WM_KEYDOWN && key.wParam == VK_RETURN && ui::IsRepeated(key.lParam);
             if (held && IsInAnEditor(key.hwnd)) return TRUE;
         }
         return CallNextHookEx(nullptr, code, wParam, lParam);

@@ -58,16 +58,23 @@ bool CProfile::FriendSet(const std::wstring& appFile, _CDevice* device) {
     const com::Ptr<CCPs> hadCPs = m_cps;
     // What is missing from the file is missing from the profile, but nothing for want of memory: a
     // download would leave it out, and the checks that go by it, too.
-    const unsigned shortages = com::SwallowedShortages();
-    ReadTexts();
-    com::Quietly([&] { ReadList(document.Get(), target.Get(), m_nvs, kNetworkVariables); });
-    com::Quietly([&] { ReadList(document.Get(), target.Get(), m_cps, kConfigurationProperties); });
-    com::Quietly([&] { JoinCPValues(); });
-    if (com::SwallowedShortages() == shortages) return true;
-    // Another load shall not take them for whole.
-    m_nvs = hadNVs;
-    m_cps = hadCPs;
-    throw std::bad_alloc();
+    const auto read = [&](auto& list, const wchar_t* path) {
+        com::Quietly([&] { ReadList(document.Get(), target.Get(), list, path); });
+    };
+    try {
+        com::InFull([&] {
+            ReadTexts();
+            read(m_nvs, kNetworkVariables);
+            read(m_cps, kConfigurationProperties);
+            com::Quietly([&] { JoinCPValues(); });
+        });
+    } catch (const std::bad_alloc&) {
+        // Another load shall not take them for whole.
+        m_nvs = hadNVs;
+        m_cps = hadCPs;
+        throw;
+    }
+    return true;
 }
 
 void CProfile::Refuse(const std::wstring& appFile, const com::XmlLoad& outcome) {

@@ -13,16 +13,9 @@ namespace {
 const wchar_t* const kCalibrationKey = L"Calibration";
 
 // Digits of either case.
-bool SameDigits(const std::wstring& one, const std::wstring& other) {
-    return CompareStringOrdinal(one.c_str(), static_cast<int>(one.size()), other.c_str(),
+bool SameDigits(std::wstring_view one, std::wstring_view other) {
+    return CompareStringOrdinal(one.data(), static_cast<int>(one.size()), other.data(),
                                 static_cast<int>(other.size()), TRUE) == CSTR_EQUAL;
-}
-
-// The factory data of an entry as a file holds it, which is all that loading takes: an entry may be
-// longer. Empty when the entry does not begin with factory data.
-std::wstring FactoryDigits(const std::wstring& entryText) {
-    const std::wstring digits = entryText.substr(0, 2 * FactoryData().bytes.size());
-    return IsFactoryText(digits) ? digits : std::wstring();
 }
 
 std::wstring NeuronIdOf(IDevice& device) {

@@ -43,6 +43,11 @@ bool IsFactoryText(std::wstring_view text) {
            std::all_of(text.begin(), text.end(), [](wchar_t one) { return HexDigit(one); });
 }
 
+std::wstring_view FactoryDigits(std::wstring_view entryText) {
+    const std::wstring_view digits = entryText.substr(0, 2 * FactoryData().bytes.size());
+    return IsFactoryText(digits) ? digits : std::wstring_view();
+}
+
 std::wstring ProductionYear(const FactoryData& data) {
     return DecimalText(kFirstYear + data.bytes[kYearByte]);
 }

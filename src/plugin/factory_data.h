@@ -29,6 +29,10 @@ std::optional<FactoryData> ParseFactoryData(std::wstring_view hexText);
 // True for exactly 18 hexadecimal digits, which is all that a calibration file may hold.
 bool IsFactoryText(std::wstring_view text);
 
+// The first 18 digits of an entry's text, which may be longer: what a calibration file is to hold.
+// Empty when the entry does not begin with factory data.
+std::wstring_view FactoryDigits(std::wstring_view entryText);
+
 // The year in full, in decimal: 1998 to 2253.
 std::wstring ProductionYear(const FactoryData& data);
 

@@ -5,6 +5,11 @@
 
 namespace quillon::ui {
 
+// Whether a key message, by its lParam, is repeated because the key is held down.
+inline bool IsRepeated(LPARAM key) {
+    return (HIWORD(key) & KF_REPEAT) != 0;
+}
+
 // A window that wants keys before its dialog handling sees them.
 class KeyListener {
 public:

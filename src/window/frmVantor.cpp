@@ -355,7 +355,7 @@ bool frmVantor::OnKey(const MSG& message) {
         case VK_F2:
             // Enter never presses a button, not even the focused one: that could be Reset. Held
             // down, it would open again what has just been closed.
-            if ((HIWORD(message.lParam) & KF_REPEAT) == 0) PostEditOfFocused();
+            if (!ui::IsRepeated(message.lParam)) PostEditOfFocused();
             return true;
         case 'C':
         case 'A':

@@ -42,11 +42,11 @@ HICON LoadOwnIcon(const wchar_t* name) {
 // not come up.
 void frmVantor::Load() {
     m_loading = true;
-    const unsigned shortages = com::SwallowedShortages();
+    const unsigned shortages = com::Shortages();
     com::Quietly([&] { LoadSteps(); });
     m_loading = false;
     if (!IsOpen()) return;
-    if (com::SwallowedShortages() != shortages) return Unload();
+    if (com::Shortages() != shortages) return Unload();
     Show(nullptr);
     UpdateWhenDue();
 }

@@ -97,13 +97,13 @@ TEST_F(ErrorTest, MemoryShortageAndImpossibleLengthsAreOutOfMemory) {
 }
 
 TEST_F(ErrorTest, ShortageIsCountedWhereItIsOurOwn) {
-    const unsigned before = com::SwallowedShortages();
+    const unsigned before = com::Shortages();
     com::Quietly([] { throw Error(E_OUTOFMEMORY); });
-    EXPECT_EQ(com::SwallowedShortages(), before) << "the host's own answer";
+    EXPECT_EQ(com::Shortages(), before) << "the host's own answer";
     com::Quietly([] { throw std::bad_alloc(); });
-    EXPECT_EQ(com::SwallowedShortages(), before + 1);
+    EXPECT_EQ(com::Shortages(), before + 1);
     ResultOf(std::length_error("long"));
-    EXPECT_EQ(com::SwallowedShortages(), before + 2) << "handed on";
+    EXPECT_EQ(com::Shortages(), before + 2) << "handed on";
 }
 
 TEST_F(ErrorTest, NoShortageHandsBackAllElse) {

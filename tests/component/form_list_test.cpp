@@ -118,6 +118,15 @@ TEST_F(FormListTest, FormIsOutOfTheListWhenItCloses) {
     form->onClose = {};
 }
 
+TEST_F(FormListTest, FormThatClosesWhileItIsComparedIsNotFound) {
+    const auto form = Open(L"a");
+    const auto closing = [&](const Form&) {
+        form->Unload();
+        return true;
+    };
+    EXPECT_EQ(ui::FindForm(closing), nullptr);
+}
+
 TEST_F(FormListTest, FormThatClosesAnotherWithItself) {
     const auto first = Open(L"a");
     const auto second = Open(L"b");

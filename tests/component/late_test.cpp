@@ -32,6 +32,12 @@ TEST_F(LateTest, PropertyIsWrittenAndReadByName) {
     EXPECT_EQ(com::Get(object.Get(), L"Level").AsNumber(), 5);
 }
 
+TEST_F(LateTest, PropertyIsReadAsText) {
+    com::Put(object.Get(), L"level", Variant(5));
+    EXPECT_EQ(com::GetText(object.Get(), L"Level"), L"5");
+    EXPECT_EQ(FailureOf([&] { com::GetText(object.Get(), L"Nothing"); }), DISP_E_UNKNOWNNAME);
+}
+
 TEST_F(LateTest, ArgumentsArriveInTheirOrder) {
     EXPECT_EQ(com::Get(object.Get(), L"Difference", {Variant(9), Variant(4)}).AsNumber(), 5);
 }

@@ -14,6 +14,12 @@ protected:
         Open(network);
         return AddRoom(kLeft);
     }
+    // The right device is of another model.
+    void OpenTwoModels() {
+        Json network = SmallNetwork();
+        DeviceOf(network, kRight)["programId"] = "9FFFFF0512040522";
+        Open(network);
+    }
     Room& Left() {
         return Left([](Json&) {});
     }
@@ -210,9 +216,7 @@ TEST_F(Identity, ApplicationCodeFailuresGiveAnEmptyText) {
 }
 
 TEST_F(Identity, SecondModelUsesTheFirstsSettingsFile) {
-    Json network = SmallNetwork();
-    DeviceOf(network, kRight)["programId"] = "9FFFFF0512040522";
-    Open(network);
+    OpenTwoModels();
     WriteSettings("CP_AppCode=1");
     WriteSettings("CP_AppCode=2", "9FFFFF0512040522");
     EXPECT_EQ(Code(AddRoom(kLeft)), L"7");
@@ -220,9 +224,7 @@ TEST_F(Identity, SecondModelUsesTheFirstsSettingsFile) {
 }
 
 TEST_F(Identity, FreshlyLoadedPluginTakesTheSecondModelsFile) {
-    Json network = SmallNetwork();
-    DeviceOf(network, kRight)["programId"] = "9FFFFF0512040522";
-    Open(network);
+    OpenTwoModels();
     WriteSettings("CP_AppCode=77");
     WriteSettings("CP_AppCode=1", "9FFFFF0512040522");
     EXPECT_EQ(Code(AddRoom(kLeft)), L"");
@@ -255,9 +257,7 @@ TEST_F(Identity, FailingProgramIdLeavesThePathEmpty) {
 }
 
 TEST_F(Identity, PathThatAnotherDeviceSetMeanwhileStays) {
-    Json network = SmallNetwork();
-    DeviceOf(network, kRight)["programId"] = "9FFFFF0512040522";
-    Open(network);
+    OpenTwoModels();
     WriteSettings("CP_AppCode=77");
     WriteSettings("CP_AppCode=1", "9FFFFF0512040522");
     Room& left = AddRoom(kLeft);

@@ -87,6 +87,17 @@ TEST(IsFactoryText, IsExactlyEighteenDigitsOfEitherCase) {
         EXPECT_FALSE(IsFactoryText(text)) << text;
 }
 
+TEST(FactoryDigits, AreTheFirstEighteenOfAnEntry) {
+    EXPECT_EQ(FactoryDigits(L"27103EA80028011C2F"), L"27103EA80028011C2F");
+    EXPECT_EQ(FactoryDigits(L"27103EA80028011C2FAABB"), L"27103EA80028011C2F");
+    EXPECT_EQ(FactoryDigits(L"27103EA80028011C2Fxyz"), L"27103EA80028011C2F");
+}
+
+TEST(FactoryDigits, NoneOfAnEntryThatDoesNotBeginWithFactoryData) {
+    for (const wchar_t* text : {L"", L"?", L"27103EA80028011C2", L"27103EA80028011C2GAABB"})
+        EXPECT_EQ(FactoryDigits(text), L"") << text;
+}
+
 TEST(Production, CountsFromTheFirstYear) {
     EXPECT_EQ(ProductionYear({}), L"1998");
     EXPECT_EQ(ProductionWeek({}), L"0");
