@@ -7,13 +7,13 @@
 #   ./test.sh --full         all that takes long as well: a minute of fuzzing a target, every run of the
 #                            fault sweep, the damaged files, the day of ticks, all static checks, coverage
 #   ./test.sh --native       logic alone (installs a compiler, CMake and GoogleTest, nothing else)
-#   ./test.sh --fuzz SECONDS how long each fuzz target runs (default 5; 0 leaves fuzzing out)
+#   ./test.sh --fuzz SECONDS how long each fuzz target runs (default 3; 0 leaves fuzzing out)
 set -u
 cd "$(dirname "$0")" || exit 1
 
 native_only=no
 full=no
-seconds=5
+seconds=3
 while [ $# -gt 0 ]; do
     case "$1" in
         --native) native_only=yes ;;
@@ -45,6 +45,32 @@ step() {
     return $result
 }
 
+# Begins a step beside the others; its output is shown when all of them have ended.
+begun=()
+begin() {
+    local name=$1 begin=$SECONDS
+    shift
+    {
+        "$@" >"build/$name.txt" 2>&1
+        local result=$?
+        echo $((SECONDS - begin)) >"build/$name.seconds"
+        exit $result
+    } &
+    begun+=("$name:$!")
+}
+
+wait_for_all() {
+    local one name result
+    for one in "${begun[@]}"; do
+        name=${one%:*}
+        wait "${one##*:}"
+        result=$?
+        echo "== $name"
+        cat "build/$name.txt"
+        record "$name" $result "$(cat "build/$name.seconds")"
+    done
+}
+
 build() {
     cmake --preset "$1" >"build/$1.configure.log" 2>&1 || { tail -n 30 "build/$1.configure.log"; return 1; }
     cmake --build --preset "$1" -- --quiet
@@ -57,11 +83,12 @@ run_tests() { # PRESET
     local tries=2
     [ $full = no ] || tries=1
     local options=(--test-dir "build/$1" --output-on-failure --no-tests=error --repeat "until-pass:$tries")
-    ctest "${options[@]}" -j2 -E '^(bench|acceptance)\.' >"$log" 2>&1 || result=1
+    # What runs under Wine waits for its turn; those on a screen of their own mostly wait for their windows.
+    ctest "${options[@]}" -j4 -E '^bench\.' >"$log" 2>&1 || result=1
     [ $full = no ] || grep '^|' "build/$1/Testing/Temporary/LastTest.log"
-    # These register the DLLs for all, or hold the screen; they run alone.
-    [ "$1" = native ] || ctest "${options[@]}" -j1 -R '^(bench|acceptance)\.' >>"$log" 2>&1 || result=1
-    if [ $result = 0 ]; then grep 'tests passed' "$log"; else grep -vE ' Passed |^\[ +(OK|RUN) ' "$log" | tail -n 200; fi
+    # These register the DLLs for all programs of the prefix, and run alone.
+    [ "$1" = native ] || ctest "${options[@]}" -j1 -R '^bench\.' >>"$log" 2>&1 || result=1
+    if [ $result = 0 ]; then grep 'tests passed' "$log"; else grep -vE ' Passed |^\[ +(OK|RUN) ' "$log" | tail -n 400; fi
     return $result
 }
 
@@ -102,26 +129,13 @@ fi
 
 # Both bitnesses are tested side by side, each in a Wine prefix of its own.
 tests_of() { # PRESET ARCH
-    local begin=$SECONDS result
-    { scripts/wine-run.sh "$2" start && run_tests "$1"; } >"build/$1.tests.txt" 2>&1
-    result=$?
+    scripts/wine-run.sh "$2" start && run_tests "$1"
+    local result=$?
     scripts/wine-run.sh "$2" stop
-    echo $((SECONDS - begin)) >"build/$1.seconds"
     return $result
 }
-running=()
 for pair in "${bitnesses[@]}"; do
-    step "${pair%:*} build" build "${pair%:*}" || continue
-    tests_of "${pair%:*}" "${pair#*:}" &
-    running+=("${pair%:*}:$!")
-done
-for test in "${running[@]}"; do
-    wait "${test#*:}"
-    result=$?
-    preset=${test%:*}
-    echo "== $preset tests"
-    cat "build/$preset.tests.txt"
-    record "$preset tests" $result "$(cat "build/$preset.seconds")"
+    step "${pair%:*} build" build "${pair%:*}" && begin "${pair%:*} tests" tests_of "${pair%:*}" "${pair#*:}"
 done
 
 # The installer carries both bitnesses, and is itself a 32-bit program.
@@ -131,7 +145,8 @@ install_and_remove() {
         build/win{32,64}/src/Quillon.dll build/win{32,64}/simulator/Quorvex.dll \
         build/win{32,64}/simulator/bench/bench.exe -- tests/packaging/packaging_test.sh
 }
-[ $setup = 3 ] || step "installer" install_and_remove
+[ $setup = 3 ] || begin "installer" install_and_remove
+wait_for_all
 
 step "static checks" scripts/static_checks.sh "$([ $full = yes ] && echo all || echo changed)"
 if [ $full = yes ]; then

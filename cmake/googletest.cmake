@@ -46,10 +46,10 @@ function(quillon_add_test name)
 endfunction()
 
 # A test program of ours. It is run as a whole, or in SHARDS parts, each a process of its own.
-#   quillon_test(NAME [SERIAL] [PLATFORM] [SHARDS n] SOURCES... LIBRARIES... [DEPENDS FILES...])
-# SERIAL: with no other test beside it.
+#   quillon_test(NAME [PLATFORM] [SHARDS n] SOURCES... LIBRARIES... [DEPENDS FILES...])
+# Under Wine one runs after the other: all have one processor and one desktop.
 function(quillon_test name)
-  cmake_parse_arguments(ARG "SERIAL;PLATFORM" "SHARDS" "SOURCES;LIBRARIES;ENVIRONMENT;DEPENDS" ${ARGN})
+  cmake_parse_arguments(ARG "PLATFORM" "SHARDS" "SOURCES;LIBRARIES;ENVIRONMENT;DEPENDS" ${ARGN})
   add_executable(${name} ${ARG_SOURCES})
   quillon_warnings(${name})
   target_link_libraries(${name} PRIVATE ${ARG_LIBRARIES} GTest::gmock_main)
@@ -73,7 +73,10 @@ function(quillon_test name)
     quillon_add_test(${test}
       COMMAND ${CMAKE_CROSSCOMPILING_EMULATOR} $<TARGET_FILE:${name}> --gtest_brief=1
       DEPENDS $<TARGET_FILE:${name}> ${ARG_DEPENDS})
-    set_tests_properties(${test} PROPERTIES TIMEOUT 600 RUN_SERIAL ${ARG_SERIAL}
+    set_tests_properties(${test} PROPERTIES TIMEOUT 600
       ENVIRONMENT "GTEST_TOTAL_SHARDS=${shards};GTEST_SHARD_INDEX=${shard};${ARG_ENVIRONMENT}")
+    if(WIN32)
+      set_tests_properties(${test} PROPERTIES RESOURCE_LOCK wine)
+    endif()
   endforeach()
 endfunction()

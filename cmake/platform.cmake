@@ -7,7 +7,7 @@ if(WIN32)
   set(CMAKE_C_FLAGS_RELEASE "-O2 -DNDEBUG")
   set(CMAKE_CXX_FLAGS_RELEASE "-O2 -DNDEBUG")
   # Single-precision arithmetic is specified to the bit: SSE on both bitnesses, nothing contracted.
-  add_compile_options(-ffunction-sections -fdata-sections -fstack-protector-strong -msse2 -mfpmath=sse -ffp-contract=off
+  add_compile_options(-fstack-protector-strong -msse2 -mfpmath=sse -ffp-contract=off
     "$<$<CONFIG:Debug>:-gdwarf-4;-D_GLIBCXX_ASSERTIONS>")
   # Without a timestamp the same sources give the same file, so that a test which passed need not run again.
   add_link_options(-static -fstack-protector-strong -Wl,--no-insert-timestamp)

@@ -7,6 +7,7 @@
 
 #include "damage/outcomes.h"
 #include "fault/device_window.h"
+#include "support/full_run.h"
 #include "support/watchdog.h"
 
 namespace quillon::test {
@@ -76,7 +77,7 @@ void DamageTest::RunAll(FileKind kind, const std::vector<std::string>& seeds) {
         if (const auto number = WantedOf(wanted, share)) RunOne(kind, seedOf(*number), *number);
         return;
     }
-    const std::uint32_t count = Variable(L"QUILLON_FULL").empty() ? share.sample : share.full;
+    const std::uint32_t count = FullRun() ? share.full : share.sample;
     int failing = 0;
     for (std::uint32_t number = 0; number < count && failing < kMostFailing; ++number) {
         const int before = Failures();

@@ -8,15 +8,15 @@
 #include "fault/dialog_operator.h"
 #include "fault/shown_values.h"
 #include "fault/stand_ins.h"
+#include "support/full_run.h"
 #include "support/watchdog.h"
 
 namespace quillon::test {
 
 namespace {
 
-bool Asked(const char* variable) {
-    wchar_t value[8];
-    return GetEnvironmentVariableW(Wide(variable).c_str(), value, 8) > 0;
+bool IsTraced() {
+    return GetEnvironmentVariableW(L"QUILLON_TRACE", nullptr, 0) > 1;  // with its end
 }
 
 // All; or a few of them, evenly spread and others for each operation and kind of fault.
@@ -25,17 +25,13 @@ std::vector<std::size_t> Chosen(std::size_t count, const Operation& operation, c
     std::size_t first = 0;
     for (const std::string& text : {std::string(operation.name), std::string(kind)})
         for (const char one : text) first = first * 31 + static_cast<unsigned char>(one);
-    const std::size_t taken = FullSweep() ? count : std::min(count, kSample);
+    const std::size_t taken = FullRun() ? count : std::min(count, kSample);
     std::vector<std::size_t> chosen;
     for (std::size_t i = 0; i < taken; ++i) chosen.push_back((first + i * count / taken) % count);
     return chosen;
 }
 
 }  // namespace
-
-bool FullSweep() {
-    return Asked("QUILLON_FULL");
-}
 
 void SweepTest::SetUp() {
     HostTest::SetUp();
@@ -154,14 +150,14 @@ void SweepTest::Sweep(const Operation& operation, const char* kind, const Seen& 
         const Fault& fault = faults[place];
         WatchRound(std::string(operation.name) + ", " + kind + ": " + fault.name);
         SCOPED_TRACE(std::string(operation.name) + ", " + kind + ": " + fault.name);
-        if (Asked("QUILLON_TRACE")) {
+        if (IsTraced()) {
             std::printf("%s, %s: %s\n", operation.name, kind, fault.name.c_str());
             std::fflush(stdout);
         }
         const Seen seen = Run(operation, fault.arm);
         Judge(operation, fault, rules, good, seen);
         CountOutcome(operation.name, kind, static_cast<long>(faults.size()), KindOf(good, seen));
-        if (FullSweep()) ExpectWorks(operation, good);
+        if (FullRun()) ExpectWorks(operation, good);
     }
 }
 

@@ -95,7 +95,4 @@ OutcomeKind KindOf(const Seen& good, const Seen& seen);
 void Judge(const Operation& operation, const Fault& fault, const Rules& rules, const Seen& good,
            const Seen& seen);
 
-// True when every fault is wanted, not a sample of them.
-bool FullSweep();
-
 }  // namespace quillon::test

@@ -1,5 +1,6 @@
 // A day of eight windows, as fast as their messages are handled; a part of it by default.
 #include "soak/soak_test.h"
+#include "support/full_run.h"
 #include "support/watchdog.h"
 
 namespace quillon::test {
@@ -8,16 +9,11 @@ namespace {
 constexpr long kDay = 864'000;  // tenths of a second
 constexpr long kPart = 5'000;
 
-bool WholeDay() {
-    wchar_t value[8];
-    return GetEnvironmentVariableW(L"QUILLON_FULL", value, 8) > 0;
-}
-
 class Soak : public SoakTest {};
 
 TEST_F(Soak, NothingGrowsAndNoEventIsLost) {
-    const long end = WholeDay() ? kDay : kPart;
-    const long between = end / (WholeDay() ? 40 : 10);
+    const long end = FullRun() ? kDay : kPart;
+    const long between = end / (FullRun() ? 40 : 10);
     ResourceCurve curve;
     for (long tenth = 0; tenth < end; ++tenth) {
         if (tenth % 600 == 0) WatchRound("minute " + std::to_string(tenth / 600));

@@ -1,6 +1,5 @@
 // Closing the window at any moment: inside a tick, while it loads, during an export, under a box.
-#include <algorithm>
-
+#include "window/host_calls.h"
 #include "window/window_test.h"
 
 namespace quillon::test {
@@ -8,16 +7,6 @@ namespace {
 
 class Closing : public WindowTest {
 protected:
-    // Every call of the log as member and its how-manieth one.
-    static std::vector<std::pair<std::wstring, long>> Calls(const Lines& log) {
-        std::vector<std::pair<std::wstring, long>> calls;
-        for (const std::wstring& line : log) {
-            std::wstring member = line.substr(0, line.find(L'('));
-            const auto same = [&](const auto& call) { return call.first == member; };
-            calls.emplace_back(member, std::ranges::count_if(calls, same) + 1);
-        }
-        return calls;
-    }
     static void PostClose() {
         if (const Window window = WindowOf(kLeft)) PostMessageW(window->Handle(), WM_CLOSE, 0, 0);
     }
@@ -41,7 +30,7 @@ protected:
         };
         prepare();
         act(device);
-        const auto calls = Calls(Host().Log());
+        const auto calls = Tried(CallsOf(Host().Log()));
         ASSERT_FALSE(calls.empty());
         CloseAll();
         for (const auto& [member, nth] : calls) {

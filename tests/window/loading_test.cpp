@@ -1,8 +1,8 @@
 // Opening a window: the steps and their order, and that no failing one keeps it from opening.
 #include <algorithm>
-#include <map>
 
 #include "plugin/process_state.h"
+#include "window/host_calls.h"
 #include "window/window_test.h"
 
 namespace quillon::test {
@@ -197,17 +197,16 @@ TEST_F(Loading, ProgramIdThatIsNoFileNameGivesEmptyLists) {
 TEST_F(Loading, WindowOpensWhicheverCallOfTheHostFails) {
     const auto device = MakeDevice();
     ASSERT_TRUE(ShowFocus(device));
-    const Lines log = Host().Log();
+    std::vector<HostCall> calls = CallsOf(Host().Log());
     CloseAll();
-    std::map<std::wstring, long> calls;
     // From the window's making on; what stands before decides whether there is a window at all.
-    bool making = false;
-    for (const std::wstring& line : log) {
-        const std::wstring member = line.substr(0, line.find(L'('));
-        const long nth = ++calls[member];
-        if (member == L"IDevice.PollingPID.get") making = true;
-        // The last one is asked by this test, after the opening.
-        if (!making || member == L"IDevice.NeuronID.get") continue;
+    calls.erase(calls.begin(),
+                std::ranges::find(calls, L"IDevice.PollingPID.get", &HostCall::member));
+    ASSERT_FALSE(calls.empty());
+    // The last one is asked by this test, after the opening.
+    std::erase_if(calls,
+                  [](const HostCall& call) { return call.member == L"IDevice.NeuronID.get"; });
+    for (const auto& [member, nth] : Tried(calls)) {
         SCOPED_TRACE(Narrow(member) + " " + std::to_string(nth));
         Host().Restore();
         Host().Fail(member, nth);

@@ -1,33 +1,20 @@
 #!/usr/bin/env bash
-# The bench's window under the keyboard alone, on a screen of its own. What was done in it must stand
-# in the network file that is saved when it closes.
+# The bench's window under the keyboard alone, on the screen that QUILLON_DISPLAY names (with-screen.sh). What
+# was done in it must stand in the network file that is saved when it closes.
 #   window_keys.sh WINE_RUN ARCH BENCH HOST_DLL NETWORK
 set -u
 wineRun=$1 arch=$2 bench=$3 host=$4 network=$5
 work=$(mktemp -d)
-children=()
 leave() {
     "$wineRun" "$arch" stop
-    for child in "${children[@]}"; do kill "$child" 2>/dev/null; done
     rm -rf "$work"
 }
 trap leave EXIT
 fail() { echo "FAILED: $*"; cat "$work/out"; exit 1; }
 
 touch "$work/out"
-Xvfb -displayfd 3 -screen 0 1280x1024x24 3>"$work/display" 2>/dev/null &
-children+=($!)
-for _ in $(seq 50); do [ -s "$work/display" ] && break; sleep 0.1; done
-[ -s "$work/display" ] || fail "there is no screen"
-DISPLAY=:$(cat "$work/display")
-export DISPLAY QUILLON_DISPLAY=$DISPLAY QUILLON_WINE_BASE=$work/wine
-openbox >/dev/null 2>&1 &
-children+=($!)
-# Keys reach the window only when there is a window manager that makes it the active one.
-for _ in $(seq 100); do
-    xprop -root _NET_SUPPORTING_WM_CHECK 2>/dev/null | grep -q 0x && break
-    sleep 0.1
-done
+# A server that is left from another screen would show its windows there.
+"$wineRun" "$arch" stop
 "$wineRun" "$arch" start
 "$wineRun" "$arch" regsvr32 /s "$host" || fail "the host cannot be registered"
 
