@@ -83,8 +83,8 @@ run_tests() { # PRESET
     local tries=2
     [ $full = no ] || tries=1
     local options=(--test-dir "build/$1" --output-on-failure --no-tests=error --repeat "until-pass:$tries")
-    # What runs under Wine waits for its turn; those on a screen of their own mostly wait for their windows.
-    ctest "${options[@]}" -j4 -E '^bench\.' >"$log" 2>&1 || result=1
+    # What runs under Wine waits for its turn; what has a screen of its own mostly waits for its windows.
+    ctest "${options[@]}" -j3 -E '^bench\.' >"$log" 2>&1 || result=1
     [ $full = no ] || grep '^|' "build/$1/Testing/Temporary/LastTest.log"
     # These register the DLLs for all programs of the prefix, and run alone.
     [ "$1" = native ] || ctest "${options[@]}" -j1 -R '^bench\.' >>"$log" 2>&1 || result=1
@@ -134,9 +134,9 @@ tests_of() { # PRESET ARCH
     scripts/wine-run.sh "$2" stop
     return $result
 }
-for pair in "${bitnesses[@]}"; do
-    step "${pair%:*} build" build "${pair%:*}" && begin "${pair%:*} tests" tests_of "${pair%:*}" "${pair#*:}"
-done
+built=()
+for pair in "${bitnesses[@]}"; do step "${pair%:*} build" build "${pair%:*}" && built+=("$pair"); done
+for pair in "${built[@]}"; do begin "${pair%:*} tests" tests_of "${pair%:*}" "${pair#*:}"; done
 
 # The installer carries both bitnesses, and is itself a 32-bit program.
 install_and_remove() {

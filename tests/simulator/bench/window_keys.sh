@@ -32,8 +32,9 @@ for _ in $(seq 100); do
     xdotool windowactivate "$window" 2>/dev/null
     sleep 0.2
 done
-sleep 1
-keys() { for key in "$@"; do xdotool key "$key"; sleep 0.2; done; }
+# Wine gives the keyboard to a field of it a little later, and a busy machine takes its time for each key.
+sleep 2
+keys() { for key in "$@"; do xdotool key "$key"; sleep 0.3; done; }
 
 # Room 102: status, input 1, switch, and a count that stays. Room 103: the plug.
 keys Down alt+s ctrl+a 4 2 alt+1 alt+h
