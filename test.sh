@@ -137,6 +137,7 @@ tests_of() { # PRESET ARCH
 built=()
 for pair in "${bitnesses[@]}"; do step "${pair%:*} build" build "${pair%:*}" && built+=("$pair"); done
 for pair in "${built[@]}"; do begin "${pair%:*} tests" tests_of "${pair%:*}" "${pair#*:}"; done
+wait_for_all
 
 # The installer carries both bitnesses, and is itself a 32-bit program.
 install_and_remove() {
@@ -145,8 +146,7 @@ install_and_remove() {
         build/win{32,64}/src/Quillon.dll build/win{32,64}/simulator/Quorvex.dll \
         build/win{32,64}/simulator/bench/bench.exe -- tests/packaging/packaging_test.sh
 }
-[ $setup = 3 ] || begin "installer" install_and_remove
-wait_for_all
+[ $setup = 3 ] || step "installer" install_and_remove
 
 step "static checks" scripts/static_checks.sh "$([ $full = yes ] && echo all || echo changed)"
 if [ $full = yes ]; then
