@@ -16,9 +16,13 @@ here=$(cd "$(dirname "$0")" && pwd)
 arch=$1
 shift
 # The program and Wine's server wake each other for nearly every call, which takes several times as long
-# from one processor to another. Each bitness has one: the first or the last of those that may be used.
+# from one processor to another. Each bitness has one: the first or the last of those that may be used, and
+# the other way round for what has a screen, which runs beside the rest.
 processors=$(sed -n 's/^Cpus_allowed_list:[[:space:]]*//p' /proc/self/status)
-if [ "$arch" = i686 ]; then processor=${processors%%[,-]*}; else processor=${processors##*[,-]}; fi
+case "$arch${QUILLON_DISPLAY:+ with a screen}" in
+    i686 | "x86_64 with a screen") processor=${processors%%[,-]*} ;;
+    *) processor=${processors##*[,-]} ;;
+esac
 taskset -pc "$processor" $$ >/dev/null 2>&1
 
 base=${QUILLON_WINE_BASE:-${XDG_CACHE_HOME:-$HOME/.cache}/quillon/wine}
